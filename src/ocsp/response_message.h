@@ -1,0 +1,94 @@
+// CResponseMessage, the envelope of a certificate status answer (OCSPResponse, RFC 6960, 4.2.1): a status
+// and, if there is one, the answer itself as bytes with the identifier of its type.
+//
+// The status is carried and never interpreted: bytes may go with any status or be missing with any. Distinct
+// objects may be used from distinct threads; one object belongs to one thread while it is changed. What the
+// getters return points into the object and is valid until its next change.
+//
+//     CResponseMessage message;
+//     message.decode(received);
+//     if (message.get_responseStatus() == successful && message.get_response()) {
+//         // message.get_responseType() tells what *message.get_response() holds
+//     }
+#ifndef MIRVANE_OCSP_RESPONSE_MESSAGE_H
+#define MIRVANE_OCSP_RESPONSE_MESSAGE_H
+
+#include <cstdint>
+#include <memory>
+
+#include "base/blob.h"
+
+struct ASN1CTXT;
+
+namespace asn1data {
+struct ASN1T_OCSPResponse;
+}
+
+namespace Mirvane::PKI::OCSP {
+
+struct ASN1T_OCSPResponse_traits;
+
+// OCSPResponseStatus of RFC 6960; 4 is not assigned.
+enum ResponseStatus : std::uint32_t {
+    successful = 0,
+    malformedRequest = 1,
+    internalError = 2,
+    tryLater = 3,
+    sigRequired = 5,
+    unauthorized = 6,
+};
+
+class MIRVANE_API CResponseMessage {
+  public:
+    // Status internalError and no response: what nobody filled in says that the responder failed.
+    CResponseMessage();
+    // A deep copy. `other` must not have been cleared.
+    CResponseMessage(CResponseMessage const& other);
+    CResponseMessage& operator=(CResponseMessage const& other);
+    ~CResponseMessage();
+
+    // Ends what the object holds. After it only assignment and destruction are allowed.
+    void clear();
+
+    // The DER of the message. Throws 0x80070057 if the response type is no object identifier, 0x80093101 for
+    // a status of 9 or more and for all that does not encode, 0x80093106 if memory for the response fails.
+    CBlob encode() const;
+
+    // Takes status and response from BER or DER; bytes behind the message are ignored. Throws 0x80070057 for
+    // a blob without bytes and 0x80093101 for one that is no OCSPResponse; the object then stays as it was.
+    void decode(CBlob const& blob);
+
+    ResponseStatus get_responseStatus() const;
+    // Any value is stored; encode() refuses 9 and more.
+    void put_responseStatus(ResponseStatus status);
+
+    // The type's object identifier in dotted decimal, null if there is no response.
+    char const* get_responseType() const;
+    // The octets of the response, null if there is none.
+    CBlob const* get_response() const;
+    // Copies both, or with two null pointers removes them. Throws 0x80070057 if only one is null, with
+    // nothing changed. The type is not looked at before encode().
+    void put_response(char const* type, CBlob const* response);
+
+  private:
+    friend struct ASN1T_OCSPResponse_traits;
+
+    class Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+// The tie between the message and its record.
+struct MIRVANE_API ASN1T_OCSPResponse_traits {
+    using ASN1_T = asn1data::ASN1T_OCSPResponse;
+
+    // Fills the record, with memory of the context. Throws as CResponseMessage::encode.
+    static void set(ASN1CTXT* ctxt, ASN1_T& record, CResponseMessage const& value);
+    // Replaces status and response of `value`, which keeps no pointer into the record.
+    static void get(ASN1_T const& record, CResponseMessage& value);
+    // A deep copy into the context. Throws std::bad_alloc.
+    static void copy(ASN1CTXT* ctxt, ASN1_T const& source, ASN1_T& target);
+};
+
+}  // namespace Mirvane::PKI::OCSP
+
+#endif

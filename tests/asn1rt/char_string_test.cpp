@@ -1,0 +1,186 @@
+#include "asn1rt/char_string.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "asn1rt/universal_tags.h"
+#include "support/contexts.h"
+
+namespace {
+
+using test::Decoder;
+using test::Encoder;
+
+constexpr const char* kNoText = nullptr;
+
+struct TextRow {
+    const char* name;
+    const char* octets;
+    int status;
+    const char* text;  // null: nothing is stored
+    std::uint32_t position;
+};
+
+class DecodedText : public ::testing::TestWithParam<TextRow> {};
+
+TEST_P(DecodedText, IsTerminatedAndFailuresAreRecorded) {
+    const TextRow& row = GetParam();
+    Decoder decoder(row.octets, ASN1_NO_COPY);
+    const char* text = nullptr;
+    EXPECT_EQ(xd_charstr(decoder, &text, ASN1EXPL, TAG_IA5_STRING, 0), row.status);
+    ASSERT_EQ(text == nullptr, row.text == kNoText);
+    if (text) {
+        EXPECT_STREQ(text, row.text);
+    }
+    EXPECT_EQ(decoder.position(), row.position);
+    EXPECT_EQ(decoder.recorded(), row.status);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, DecodedText,
+    ::testing::Values(TextRow{"Primitive", "16 02 41 42 FF", 0, "AB", 4}, TextRow{"Empty", "16 00", 0, "", 2},
+                      TextRow{"ZeroInside", "16 03 41 00 42", 0, "A", 5},
+                      TextRow{"LongLength", "16 81 02 41 42", 0, "AB", 5},
+                      TextRow{"DefiniteSegments", "36 07 04 01 41 04 02 42 43", 0, "ABC", 9},
+                      TextRow{"IndefiniteSegments", "36 80 04 01 41 04 02 42 43 00 00 16", 0, "ABC", 11},
+                      TextRow{"IndefiniteAndEmpty", "36 80 00 00", 0, "", 4},
+                      TextRow{"OnlyEmptySegments", "36 80 04 00 00 00", RTS_BAD_LENGTH, "", 2},
+                      TextRow{"ForeignTag", "0C 01 41", RTS_TAG_MISMATCH, kNoText, 0},
+                      TextRow{"CutBehindTag", "16", RTS_END_OF_BUFFER, kNoText, 1},
+                      TextRow{"CutContent", "16 03 41 42", RTS_END_OF_BUFFER, "", 2},
+                      TextRow{"IndefinitePrimitive", "16 80 41 00 00", RTS_BAD_LENGTH, kNoText, 2},
+                      TextRow{"SegmentOfItsOwnTag", "36 80 16 01 41 00 00", RTS_BAD_TAG, kNoText, 4},
+                      TextRow{"SegmentsWithoutEnd", "36 80 04 01 41", RTS_END_OF_BUFFER, kNoText, 5},
+                      TextRow{"SegmentsCutShort", "36 05 04 01 41 04 03 42", RTS_END_OF_BUFFER, "", 7},
+                      TextRow{"SegmentsLongerThanTheWhole", "36 06 04 02 41 42 04 06 43 44 45 46 47 48",
+                              RTS_BAD_LENGTH, "", 8}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(DecodedText, MissingEndOfContentsOutranksAFailedSegment) {
+    Decoder decoder("36 80 00 01 41 00 00");  // measured as a segment, refused as one
+    const char* text = nullptr;
+    EXPECT_EQ(xd_charstr(decoder, &text, ASN1EXPL, TAG_IA5_STRING, 0), RTS_BAD_LENGTH);
+    EXPECT_STREQ(text, "");
+    EXPECT_EQ(decoder.recorded(), RTS_TAG_MISMATCH);
+}
+
+TEST(DecodedText, ImplicitIndefiniteOnPrimitiveFormStaysInItsMemory) {
+    Decoder decoder("04 01 41 04 01 42 00 00");
+    const char* text = nullptr;
+    EXPECT_EQ(xd_charstr(decoder, &text, ASN1IMPL, 0, ASN1_INDEFLEN), RTS_BAD_LENGTH);
+    EXPECT_STREQ(text, "");
+}
+
+TEST(DecodedText, NegativeLengthIsAnEmptyText) {
+    Decoder decoder("41 42");
+    const char* text = nullptr;
+    EXPECT_EQ(xd_charstr(decoder, &text, ASN1IMPL, 0, -7), RTS_OK);
+    EXPECT_STREQ(text, "");
+}
+
+TEST(DecodedText, LaxLengthBeyondTheMessageAllocatesNoMoreThanTheMessage) {
+    Decoder decoder("16 84 7F FF FF FF 41", ASN1_LAX_LENGTH);
+    const char* text = nullptr;
+    EXPECT_EQ(xd_charstr(decoder, &text, ASN1EXPL, TAG_IA5_STRING, 0), RTS_END_OF_BUFFER);
+    EXPECT_STREQ(text, "");
+}
+
+TEST(DecodedText, ClassOfTheTagIsCompared) {
+    for (ASN1TAG tag : {TM_CONTEXT | 5u, TM_APPLICATION | 5u, TM_PRIVATE | 5u}) {
+        Decoder decoder("85 01 41");
+        const char* text = nullptr;
+        EXPECT_EQ(xd_charstr(decoder, &text, ASN1EXPL, tag, 0),
+                  tag == (TM_CONTEXT | 5u) ? 0 : RTS_TAG_MISMATCH);
+    }
+}
+
+TEST(EncodedText, HasNoTerminator) {
+    Encoder encoder;
+    EXPECT_EQ(xe_charstr(encoder, "AB", ASN1EXPL, TM_CONTEXT | 2), 4);
+    EXPECT_EQ(xe_charstr(encoder, "C", ASN1IMPL, TAG_UTF8_STRING), 1);
+    EXPECT_EQ(xe_charstr(encoder, "", ASN1EXPL, TAG_UTF8_STRING), 2);
+    EXPECT_EQ(encoder.message(), "0C 00 43 82 02 41 42");
+    EXPECT_EQ(xe_charstr(encoder, nullptr, ASN1EXPL, TAG_UTF8_STRING), RTS_BAD_VALUE);
+    EXPECT_EQ(encoder.recorded(), RTS_OK);
+}
+
+TEST(EncodedUnits, AreBigEndian) {
+    std::uint16_t units16[] = {0x0041, 0xD83D};
+    std::uint32_t units32[] = {0x0001F600, 0x7A};
+    const Asn116BitCharString bmp{2, units16};
+    const Asn132BitCharString universal{2, units32};
+    Encoder encoder;
+    EXPECT_EQ(xe_32BitCharStr(encoder, &universal, ASN1EXPL, TAG_UNIVERSAL_STRING), 10);
+    EXPECT_EQ(xe_16BitCharStr(encoder, &bmp, ASN1EXPL, TAG_BMP_STRING), 6);
+    EXPECT_EQ(encoder.message(), "1E 04 00 41 D8 3D 1C 08 00 01 F6 00 00 00 00 7A");
+}
+
+TEST(EncodedUnits, MissingUnitsAreRefusedAndNoUnitsAreAnEmptyString) {
+    Encoder encoder;
+    const Asn116BitCharString empty{0, nullptr};
+    const Asn116BitCharString missing{1, nullptr};
+    std::uint32_t unit = 0;
+    const Asn132BitCharString tooLong{0x20000000, &unit};
+    EXPECT_EQ(xe_16BitCharStr(encoder, &empty, ASN1EXPL, TAG_BMP_STRING), 2);
+    EXPECT_EQ(encoder.message(), "1E 00");
+    EXPECT_EQ(xe_16BitCharStr(encoder, &missing, ASN1EXPL, TAG_BMP_STRING), RTS_BAD_VALUE);
+    EXPECT_EQ(xe_16BitCharStr(encoder, nullptr, ASN1EXPL, TAG_BMP_STRING), RTS_BAD_VALUE);
+    EXPECT_EQ(xe_32BitCharStr(encoder, &tooLong, ASN1EXPL, TAG_UNIVERSAL_STRING), RTS_BAD_LENGTH);
+}
+
+TEST(EncodedUnits, FullBufferIsTheFirstFailure) {
+    test::LiveContext ctxt;
+    unsigned char buffer[4];
+    xe_setp(ctxt, buffer, sizeof buffer);
+    std::uint16_t units[] = {1, 2};
+    const Asn116BitCharString value{2, units};
+    EXPECT_EQ(xe_16BitCharStr(ctxt, &value, ASN1IMPL, TAG_BMP_STRING), RTS_ENCODE_OVERFLOW);
+}
+
+struct UnitsRow {
+    const char* name;
+    const char* octets;
+    int status;
+    std::vector<std::uint32_t> units;
+    std::uint32_t position;
+};
+
+class DecodedUnits : public ::testing::TestWithParam<UnitsRow> {};
+
+TEST_P(DecodedUnits, AreInHostOrder) {
+    const UnitsRow& row = GetParam();
+    Decoder decoder(row.octets);
+    Asn116BitCharString value{77, nullptr};
+    EXPECT_EQ(xd_16BitCharStr(decoder, &value, ASN1EXPL, TAG_BMP_STRING, 0), row.status);
+    ASSERT_EQ(value.nchars, row.units.size());
+    EXPECT_TRUE(std::equal(row.units.begin(), row.units.end(), value.data));
+    EXPECT_EQ(decoder.position(), row.position);
+    EXPECT_EQ(decoder.recorded(), row.status);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, DecodedUnits,
+    ::testing::Values(UnitsRow{"Primitive", "1E 04 00 41 04 10", 0, {0x41, 0x410}, 6},
+                      UnitsRow{"Empty", "1E 00", 0, {}, 2},
+                      UnitsRow{"OddOctetIsDropped", "1E 03 00 41 04", 0, {0x41}, 5},
+                      UnitsRow{"HalfAUnit", "1E 01 41", 0, {}, 3},
+                      UnitsRow{"UnitAcrossSegments", "3E 80 04 01 12 04 01 34 00 00", 0, {0x1234}, 10},
+                      UnitsRow{"IndefiniteAndEmpty", "3E 80 00 00", 0, {}, 4},
+                      UnitsRow{"OnlyEmptySegments", "3E 80 04 00 00 00", RTS_BAD_LENGTH, {}, 2},
+                      UnitsRow{"CutContent", "1E 04 00 41", RTS_END_OF_BUFFER, {}, 2},
+                      UnitsRow{"ForeignTag", "1C 02 00 41", RTS_TAG_MISMATCH, {}, 0}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(DecodedUnits, ThirtyTwoBits) {
+    Decoder decoder("1C 0B 00 01 F6 00 FF 00 00 01 02 03 04");
+    Asn132BitCharString value{};
+    EXPECT_EQ(xd_32BitCharStr(decoder, &value, ASN1EXPL, TAG_UNIVERSAL_STRING, 0), RTS_OK);
+    ASSERT_EQ(value.nchars, 2u);
+    EXPECT_EQ(value.data[0], 0x0001F600u);
+    EXPECT_EQ(value.data[1], 0xFF000001u);
+}
+
+}  // namespace

@@ -1,0 +1,168 @@
+#include "asn1rt/copy.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <memory>
+
+#include "asn1rt/open_type.h"
+#include "support/contexts.h"
+
+namespace {
+
+using test::Decoder;
+using test::LiveContext;
+
+const unsigned char kOctets[] = {0x30, 0x03, 0x02, 0x01, 0x05};
+
+TEST(Copy, OctetsAreTheContextsOwn) {
+    LiveContext ctxt;
+    const ASN1TDynOctStr octets{5, kOctets};
+    const ASN1OpenType open{5, kOctets};
+    const ASN1TDynBitStr bits{33, kOctets};
+    ASN1TDynOctStr octetsCopy;
+    ASN1OpenType openCopy;
+    ASN1TDynBitStr bitsCopy;
+    ASSERT_EQ(rtCopyDynOctStr(ctxt, &octets, &octetsCopy), 1);
+    ASSERT_EQ(rtCopyOpenType(ctxt, &open, &openCopy), 1);
+    ASSERT_EQ(rtCopyDynBitStr(ctxt, &bits, &bitsCopy), 1);
+    EXPECT_EQ(bitsCopy.numbits, 33u);
+    for (const unsigned char* copy : {octetsCopy.data, openCopy.data, bitsCopy.data}) {
+        EXPECT_NE(copy, kOctets);
+        EXPECT_EQ(test::text(copy, 5), "30 03 02 01 05");
+    }
+}
+
+TEST(Copy, RecordOntoItselfGetsMemoryOfItsOwn) {
+    LiveContext ctxt;
+    ASN1TDynOctStr octets{5, kOctets};
+    ASSERT_EQ(rtCopyDynOctStr(ctxt, &octets, &octets), 1);
+    EXPECT_NE(octets.data, kOctets);
+    EXPECT_EQ(test::text(octets.data, octets.numocts), "30 03 02 01 05");
+}
+
+TEST(Copy, EmptyAndMissingDataCopyAsEmpty) {
+    LiveContext ctxt;
+    for (const ASN1TDynOctStr source : {ASN1TDynOctStr{0, kOctets}, ASN1TDynOctStr{9, nullptr}}) {
+        ASN1TDynOctStr target{7, kOctets};
+        EXPECT_EQ(rtCopyDynOctStr(ctxt, &source, &target), 1);
+        EXPECT_EQ(target.numocts, 0u);
+        EXPECT_EQ(target.data, nullptr);
+    }
+    EXPECT_EQ(ctxt->typeMemHeap->blockList, nullptr);
+}
+
+TEST(Copy, CallersMemoryTakesWholeOctets) {
+    LiveContext ctxt;
+    for (std::uint32_t numbits = 1; numbits <= 40; ++numbits) {
+        const std::size_t size = (numbits + 7) / 8;
+        const std::unique_ptr<unsigned char[]> target(new unsigned char[size]);
+        std::uint32_t copied = 0;
+        EXPECT_EQ(rtCopyBitStr(ctxt, numbits, kOctets, &copied, target.get()), 1);
+        EXPECT_EQ(copied, numbits);
+        EXPECT_EQ(test::text(target.get(), size), test::text(kOctets, size));
+    }
+}
+
+TEST(Copy, NothingIntoCallersMemoryIsZeroWithTheCountStored) {
+    LiveContext ctxt;
+    unsigned char target[5];
+    std::uint32_t copied = 77;
+    EXPECT_EQ(rtCopyBitStr(ctxt, 0, kOctets, &copied, target), 0);
+    EXPECT_EQ(copied, 0u);
+    copied = 77;
+    EXPECT_EQ(rtCopyOctStr(ctxt, 0, kOctets, &copied, target), 0);
+    EXPECT_EQ(copied, 0u);
+    EXPECT_EQ(rtCopyOctStr(ctxt, 5, kOctets, &copied, target), 1);
+    EXPECT_EQ(test::text(target, copied), "30 03 02 01 05");
+}
+
+TEST(Copy, TextsAndUnits) {
+    LiveContext ctxt;
+    const char* text = "left";
+    EXPECT_EQ(rtCopyCharStr(ctxt, "", &text), 1);
+    EXPECT_STREQ(text, "");
+    EXPECT_EQ(rtCopyCharStr(ctxt, "abc", &text), 1);
+    EXPECT_STREQ(text, "abc");
+    EXPECT_EQ(rtCopyCharStr(ctxt, nullptr, &text), 0);
+    EXPECT_EQ(text, nullptr);
+
+    std::uint16_t units16[] = {1, 2, 0xFFFF};
+    std::uint32_t units32[] = {0x10FFFF, 3};
+    const Asn116BitCharString bmp{3, units16};
+    const Asn132BitCharString universal{2, units32};
+    Asn116BitCharString bmpCopy{};
+    Asn132BitCharString universalCopy{};
+    ASSERT_EQ(rtCopy16BitCharStr(ctxt, &bmp, &bmpCopy), 1);
+    ASSERT_EQ(rtCopy32BitCharStr(ctxt, &universal, &universalCopy), 1);
+    EXPECT_TRUE(std::equal(units16, units16 + 3, bmpCopy.data, bmpCopy.data + bmpCopy.nchars));
+    EXPECT_TRUE(
+        std::equal(units32, units32 + 2, universalCopy.data, universalCopy.data + universalCopy.nchars));
+}
+
+TEST(Copy, NullArgumentsAreZero) {
+    LiveContext ctxt;
+    ASN1TDynOctStr octets{};
+    std::uint32_t count = 0;
+    unsigned char target[1];
+    _Asn1RTDList list{};
+    EXPECT_EQ(rtCopyDynOctStr(ctxt, nullptr, &octets), 0);
+    EXPECT_EQ(rtCopyDynOctStr(ctxt, &octets, nullptr), 0);
+    EXPECT_EQ(rtCopyOctStr(ctxt, 1, kOctets, nullptr, target), 0);
+    EXPECT_EQ(rtCopyOctStr(ctxt, 1, nullptr, &count, target), 0);
+    EXPECT_EQ(rtCopyCharStr(ctxt, "a", nullptr), 0);
+    EXPECT_EQ(rtCopyOpenTypeExt(ctxt, nullptr, &list), 0);
+    EXPECT_EQ(rtCopyOpenTypeExt(ctxt, &list, nullptr), 0);
+}
+
+class CopyWithoutMemory : public ::testing::Test {
+  protected:
+    ~CopyWithoutMemory() override { g_malloc_func = rtDefaultMalloc; }
+
+    static void failAfter(int allocations) {
+        sLeft = allocations;
+        g_malloc_func = [](void*, std::size_t size) -> void* {
+            return sLeft-- > 0 ? std::malloc(size) : nullptr;
+        };
+    }
+
+    static inline int sLeft = 0;
+};
+
+TEST_F(CopyWithoutMemory, TargetsAreEmpty) {
+    LiveContext ctxt;
+    const ASN1TDynBitStr bits{33, kOctets};
+    const ASN1TDynOctStr beyondTheHeap{0xFFFFFFFF, kOctets};
+    ASN1TDynBitStr bitsCopy{7, kOctets};
+    ASN1TDynOctStr octetsCopy{7, kOctets};
+    const char* text = "left";
+    failAfter(0);
+    EXPECT_EQ(rtCopyDynBitStr(ctxt, &bits, &bitsCopy), 0);
+    EXPECT_EQ(rtCopyDynOctStr(ctxt, &beyondTheHeap, &octetsCopy), 0);
+    EXPECT_EQ(rtCopyCharStr(ctxt, "a", &text), 0);
+    EXPECT_EQ(bitsCopy.numbits, 0u);
+    EXPECT_EQ(octetsCopy.data, nullptr);
+    EXPECT_EQ(text, nullptr);
+}
+
+TEST_F(CopyWithoutMemory, OpenTypeListKeepsWhatItGot) {
+    Decoder decoder("02 01 05 04 00 30 00");
+    _Asn1RTDList list{};
+    for (int i = 0; i < 3; ++i)
+        ASSERT_EQ(xd_OpenTypeAppend(decoder, &list), RTS_OK);
+    for (int allocations = 0; allocations <= 6; ++allocations) {
+        LiveContext ctxt;
+        _Asn1RTDList copy{9, nullptr, nullptr};
+        failAfter(allocations);
+        EXPECT_EQ(rtCopyOpenTypeExt(ctxt, &list, &copy), allocations == 6);
+        g_malloc_func = rtDefaultMalloc;
+        EXPECT_EQ(copy.count, static_cast<std::uint32_t>(allocations / 2));
+        test::Encoder encoder;
+        EXPECT_GE(xe_OpenTypeExt(encoder, &copy), 0);
+        const std::string whole = "02 01 05 04 00 30 00";
+        EXPECT_EQ(encoder.message(), whole.substr(0, encoder.message().size()));
+        rtMemFreeOpenSeqExt(ctxt, &copy);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,233 @@
+#include "asn1rt/open_type.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "support/contexts.h"
+
+namespace {
+
+using test::Decoder;
+using test::Encoder;
+
+std::string octetsOf(const ASN1OpenType& value) {
+    return test::text(value.data, value.numocts);
+}
+
+std::vector<std::string> elementsOf(const _Asn1RTDList& list) {
+    std::vector<std::string> elements;
+    for (const _Asn1RTDListNode* node = list.head; node; node = node->next) {
+        elements.push_back(octetsOf(*static_cast<const ASN1OpenType*>(node->data)));
+    }
+    return elements;
+}
+
+struct WriteRow {
+    const char* element;
+    int result;
+    const char* message;
+};
+
+TEST(WrittenOpenType, IsTheFirstElementAndNothingBehindIt) {
+    const WriteRow rows[] = {
+        {"", 0, ""},
+        {"02 01 05", 3, "02 01 05"},
+        {"02 01 05 FF FF", 3, "02 01 05"},
+        {"05 00", 2, "05 00"},
+        {"00 00", 2, "00 00"},
+        {"30 80 00 00", 4, "30 80 00 00"},
+        {"30 80 30 80 00 00 00 00 02", 8, "30 80 30 80 00 00 00 00"},
+        {"04 03 41", RTS_BAD_LENGTH, ""},
+        {"30 80 02 01 05 00", RTS_END_OF_BUFFER, ""},
+        {"30 80 02 01", RTS_END_OF_BUFFER, ""},
+        {"30", RTS_END_OF_BUFFER, ""},
+        {"04 80 00 00", RTS_BAD_LENGTH, ""},
+        {"1F 81 81 81 81 81 81 81 81 81 01 00", RTS_BAD_TAG, ""},
+        {"02 85 01", RTS_BAD_LENGTH, ""},
+    };
+    for (const WriteRow& row : rows) {
+        Decoder source(row.element);  // for its memory of exact size
+        Encoder encoder;
+        EXPECT_EQ(xe_OpenType(encoder, source.data(), static_cast<std::uint32_t>(source.size())), row.result)
+            << row.element;
+        EXPECT_EQ(encoder.message(), row.message);
+        EXPECT_EQ(encoder.recorded(), RTS_OK);
+    }
+}
+
+TEST(WrittenOpenType, MissingDataAndHugeCountsAreRefused) {
+    Encoder encoder;
+    const unsigned char null[] = {5, 0};
+    EXPECT_EQ(xe_OpenType(encoder, nullptr, 0), 0);
+    EXPECT_EQ(xe_OpenType(encoder, nullptr, 2), RTS_BAD_VALUE);
+    EXPECT_EQ(xe_OpenType(encoder, null, 0x80000000u), RTS_BAD_LENGTH);
+}
+
+TEST(WrittenOpenType, ElementThatStandsAtTheCursorIsOnlyCounted) {
+    Encoder encoder;
+    const std::int32_t five = 5;
+    ASSERT_EQ(xe_integer(encoder, &five, ASN1EXPL), 3);
+    EXPECT_EQ(xe_OpenType(encoder, xe_getp(encoder), 3), 3);
+    EXPECT_EQ(encoder.message(), "02 01 05");
+}
+
+struct ReadRow {
+    const char* name;
+    const char* message;
+    int status;
+    const char* element;  // null: nothing is stored
+    std::uint32_t position;
+};
+
+class ReadOpenType : public ::testing::TestWithParam<ReadRow> {};
+
+TEST_P(ReadOpenType, IsOneWholeElement) {
+    const ReadRow& row = GetParam();
+    for (unsigned flags : {0u, unsigned{ASN1_NO_COPY}}) {
+        Decoder decoder(row.message, flags);
+        ASN1OpenType value{77, nullptr};
+        EXPECT_EQ(xd_OpenType(decoder, &value.data, &value.numocts), row.status);
+        ASSERT_EQ(value.data != nullptr, row.element != nullptr);
+        if (row.element) {
+            EXPECT_EQ(octetsOf(value), row.element);
+            EXPECT_EQ(value.data == decoder.data(), flags == ASN1_NO_COPY);
+            EXPECT_EQ(decoder.position(), row.position);
+        } else {
+            EXPECT_EQ(value.numocts, 77u);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, ReadOpenType,
+    ::testing::Values(ReadRow{"Primitive", "02 01 05 FF", 0, "02 01 05", 3},
+                      ReadRow{"WithoutContent", "05 00 FF", 0, "05 00", 2},
+                      ReadRow{"Constructed", "30 03 02 01 05", 0, "30 03 02 01 05", 5},
+                      ReadRow{"Indefinite", "30 80 A0 80 00 00 00 00 FF", 0, "30 80 A0 80 00 00 00 00", 8},
+                      ReadRow{"EndOfContents", "00 00", RTS_BAD_VALUE, nullptr, 0},
+                      ReadRow{"ContentCut", "04 03 41", RTS_BAD_VALUE, nullptr, 0},
+                      ReadRow{"LongLengthCut", "04 81 80 41", RTS_BAD_LENGTH, nullptr, 0},
+                      ReadRow{"IndefinitePrimitive", "04 80 00 00", RTS_BAD_LENGTH, nullptr, 0},
+                      ReadRow{"EndOfMessage", "", 0, nullptr, 0}, ReadRow{"TagAlone", "30", 0, nullptr, 0},
+                      ReadRow{"IndefiniteWithoutEnd", "30 80 02 01 05", 0, nullptr, 0}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(OpenTypeList, EachElementIsFreedOnce) {
+    Decoder decoder("02 01 05 04 00");
+    _Asn1RTDList list{};
+    EXPECT_EQ(xd_OpenTypeAppend(decoder, &list), RTS_OK);
+    EXPECT_EQ(xd_OpenTypeAppend(decoder, &list), RTS_OK);
+    EXPECT_EQ(elementsOf(list), (std::vector<std::string>{"02 01 05", "04 00"}));
+    rtMemFreeOpenSeqExt(decoder, &list);
+    EXPECT_EQ(decoder->typeMemHeap->blockList, nullptr);
+}
+
+TEST(OpenTypeList, IsWrittenInItsOrder) {
+    Decoder decoder("02 01 05 04 00 30 80 00 00");
+    _Asn1RTDList list{};
+    for (int i = 0; i < 3; ++i)
+        ASSERT_EQ(xd_OpenTypeAppend(decoder, &list), RTS_OK);
+    rtDListInsert(decoder, &list, 1, nullptr);  // a node without a value
+    Encoder encoder;
+    EXPECT_EQ(xe_OpenTypeExt(encoder, &list), 9);
+    EXPECT_EQ(encoder.message(), "02 01 05 04 00 30 80 00 00");
+    static_cast<ASN1OpenType*>(list.head->data)->numocts = 2;
+    EXPECT_EQ(xe_OpenTypeExt(encoder, &list), RTS_BAD_LENGTH);
+    EXPECT_EQ(encoder.recorded(), RTS_BAD_LENGTH);
+    EXPECT_EQ(xe_OpenTypeExt(encoder, nullptr), 0);
+}
+
+struct ExtensionRow {
+    const char* name;
+    const char* message;
+    std::int64_t length;  // of the parent, which begins at the first octet
+    ASN1TAG tag;
+    unsigned flags;
+    int status;
+    std::size_t elements;
+    std::uint32_t position;
+};
+
+class Extensions : public ::testing::TestWithParam<ExtensionRow> {};
+
+TEST_P(Extensions, AreGatheredToTheirEnd) {
+    const ExtensionRow& row = GetParam();
+    Decoder decoder(row.message, row.flags);
+    const ASN1CCB parent{decoder.data(), row.length};
+    _Asn1RTDList list{};
+    EXPECT_EQ(xd_OpenTypeExt(decoder, &parent, row.tag, &list), row.status);
+    EXPECT_EQ(list.count, row.elements);
+    EXPECT_EQ(decoder.position(), row.position);
+    EXPECT_EQ(decoder.recorded(), row.status);
+}
+
+constexpr ASN1TAG kKnown = TM_CONTEXT | 1;
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, Extensions,
+    ::testing::Values(
+        ExtensionRow{"ToTheEndOfTheParent", "02 01 05 04 00 05 00", 5, XD_ANY_TAG, 0, 0, 2, 5},
+        ExtensionRow{"ToTheEndOfTheBuffer", "02 01 05 04 00", 99, XD_ANY_TAG, 0, 0, 2, 5},
+        ExtensionRow{"ToTheEndOfContents", "02 01 05 00 00", ASN1_INDEFLEN, XD_ANY_TAG, 0, 0, 1, 3},
+        ExtensionRow{"OneOctetLeftOfIndefinite", "02 01 05 04", ASN1_INDEFLEN, XD_ANY_TAG, 0, 0, 1, 3},
+        ExtensionRow{"None", "", 0, XD_ANY_TAG, 0, 0, 0, 0},
+        ExtensionRow{"ElementCut", "02 01 05 04 03 41", 6, XD_ANY_TAG, 0, RTS_BAD_VALUE, 1, 5},
+        ExtensionRow{"UpToTheKnownElement", "02 01 05 04 00 81 01 00", 8, kKnown, 0, 0, 2, 5},
+        ExtensionRow{"KnownElementComesFirst", "81 01 00", 3, kKnown, 0, 0, 0, 0},
+        ExtensionRow{"KnownElementIsMissing", "02 01 05", 3, kKnown, 0, RTS_END_OF_BUFFER, 1, 3},
+        ExtensionRow{"ElementBeforeTheKnownIsBad", "00 00 81 01 00", 5, kKnown, 0, RTS_BAD_VALUE, 0, 2},
+        // The cursor can't move here: that must end all the same.
+        ExtensionRow{"EndIsKnown", "02 01 05", 3, XD_ANY_TAG, ASN1_INDEF_MESSAGE | ASN1_END_REACHED, 0, 1,
+                     0}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(Extensions, HeaderThatCannotBeReadIsNotRecorded) {
+    Decoder decoder("04 80 00 00");
+    const ASN1CCB parent{decoder.data(), decoder.size()};
+    _Asn1RTDList list{};
+    EXPECT_EQ(xd_OpenTypeExt(decoder, &parent, kKnown, &list), RTS_BAD_LENGTH);
+    EXPECT_EQ(decoder.recorded(), RTS_OK);
+}
+
+TEST(Extensions, ArePassedOverWithoutAList) {
+    Decoder decoder("02 01 05 30 80 00 00 81 01 00");
+    const ASN1CCB parent{decoder.data(), decoder.size()};
+    EXPECT_EQ(xd_OpenTypeExt(decoder, &parent, kKnown, nullptr), RTS_OK);
+    EXPECT_EQ(decoder.position(), 7u);
+    EXPECT_EQ(xd_OpenTypeExt(decoder, &parent, XD_ANY_TAG, nullptr), RTS_OK);
+    EXPECT_EQ(decoder.position(), 10u);
+}
+
+TEST(CountedElements, LeaveCursorAndFlags) {
+    struct Row {
+        const char* message;
+        int length;
+        std::uint32_t count;
+    };
+    const Row rows[] = {{"02 01 05 30 03 02 01 05 05 00", 10, 3},
+                        {"02 01 05 04 00", 3, 1},
+                        {"02 01 05 04 00", 4, 2},
+                        {"02 01 05", 99, 1},
+                        {"02 01 05", 0, 0},
+                        {"02 01 05", -1, 0},
+                        {"30 80 00 00 04 00 00 00 04 00", ASN1_INDEFLEN, 2},
+                        {"04 00 04", ASN1_INDEFLEN, 1}};
+    for (const Row& row : rows) {
+        Decoder decoder(row.message, ASN1_CONSTRUCTED);
+        std::uint32_t count = 77;
+        EXPECT_EQ(xd_count(decoder, row.length, &count), RTS_OK) << row.message;
+        EXPECT_EQ(count, row.count) << row.message;
+        EXPECT_EQ(decoder.position(), 0u);
+        EXPECT_EQ(decoder->flags, ASN1_CONSTRUCTED);
+    }
+}
+
+TEST(CountedElements, BadElementEndsTheCountWhereItStands) {
+    Decoder decoder("02 01 05 04 80 00 00");
+    std::uint32_t count = 77;
+    EXPECT_EQ(xd_count(decoder, 7, &count), RTS_BAD_LENGTH);
+    EXPECT_EQ(decoder.position(), 5u);
+}
+
+}  // namespace

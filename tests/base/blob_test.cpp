@@ -1,0 +1,187 @@
+#include "base/blob.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "base/lists.h"
+#include "support/octets.h"
+
+using Mirvane::CBlob;
+
+namespace {
+
+CBlob blob(std::string_view hex) {
+    const test::Octets bytes = test::octets(hex);
+    return CBlob(bytes.data(), bytes.size());
+}
+
+std::string shown(const CBlob& value) {
+    return test::text(value.pbData(), value.cbData());
+}
+
+}  // namespace
+
+TEST(Blob, LengthConstructorMakesZeroBytesAndIsNeverImplicit) {
+    EXPECT_EQ(shown(CBlob(5)), "00 00 00 00 00");
+    EXPECT_EQ(CBlob(0).cbData(), 0u);
+    EXPECT_NE(CBlob(0).pbData(), nullptr);
+    EXPECT_FALSE((std::is_convertible_v<unsigned long, CBlob>));
+}
+
+TEST(Blob, NoBytesLeaveNoArrayAndThePointerUnread) {
+    const auto* unreadable = reinterpret_cast<const unsigned char*>(1);
+    EXPECT_EQ(CBlob(unreadable, 0).pbData(), nullptr);
+    CBlob value = blob("01 02");
+    value.assign(unreadable, 0);
+    EXPECT_EQ(value.pbData(), nullptr);
+    CBlob emptied = blob("01 02");
+    emptied.clear();
+    value = emptied;
+    EXPECT_EQ(value.pbData(), nullptr);
+    EXPECT_EQ(CBlob(emptied).pbData(), nullptr);
+}
+
+TEST(Blob, CopiesShareNothing) {
+    CBlob first = blob("01 02");
+    CBlob copy = first;
+    CBlob assigned;
+    assigned = first;
+    first.pbData()[0] = 9;
+    EXPECT_EQ(shown(copy), "01 02");
+    EXPECT_EQ(shown(assigned), "01 02");
+}
+
+TEST(Blob, OwnBytesMayBeAssigned) {
+    CBlob value = blob("01 02 03 04");
+    value.assign(value.pbData() + 1, 2);
+    EXPECT_EQ(shown(value), "02 03");
+    const CBlob& itself = value;
+    value = itself;
+    EXPECT_EQ(shown(value), "02 03");
+}
+
+TEST(Blob, MovedFromBlobIsEmptyAndUsable) {
+    CBlob source = blob("01 02");
+    CBlob target = std::move(source);
+    EXPECT_EQ(shown(target), "01 02");
+    EXPECT_EQ(source.cbData(), 0u);
+    source += target;
+    EXPECT_EQ(shown(source), "01 02");
+}
+
+TEST(Blob, ShrinkingKeepsTheArrayAndGrowingKeepsTheBytes) {
+    CBlob value = blob("01 02 03 04");
+    const unsigned char* array = value.pbData();
+    value.resize_to(2);
+    EXPECT_EQ(value.pbData(), array);
+    EXPECT_EQ(shown(value), "01 02");
+    value.resize_to(4);
+    EXPECT_EQ(value.cbData(), 4u);
+    EXPECT_EQ(test::text(value.pbData(), 2), "01 02");
+    value.clear();
+    EXPECT_EQ(value.cbData(), 0u);
+    EXPECT_NE(value.pbData(), nullptr);
+}
+
+TEST(Blob, AppendingJoinsBytes) {
+    CBlob value;
+    value += blob("01 02");
+    value += CBlob();
+    value += blob("03");
+    EXPECT_EQ(shown(value), "01 02 03");
+    value += value;
+    EXPECT_EQ(shown(value), "01 02 03 01 02 03");
+}
+
+TEST(Blob, ReversingTurnsTheOrderRound) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"", ""}, {"01", "01"}, {"01 02", "02 01"}, {"01 02 03", "03 02 01"}};
+    for (const auto& [before, after] : rows) {
+        CBlob value = blob(before);
+        value.reverse();
+        EXPECT_EQ(shown(value), after);
+    }
+}
+
+TEST(Blob, OrderIsThatOfADictionary) {
+    const char* ascending[] = {"", "00", "01", "01 00", "01 FF", "02", "7F FF", "80", "FF"};
+    for (std::size_t i = 0; i < std::size(ascending); ++i) {
+        for (std::size_t j = 0; j < std::size(ascending); ++j) {
+            const CBlob left = blob(ascending[i]);
+            const CBlob right = blob(ascending[j]);
+            SCOPED_TRACE(std::string(ascending[i]) + " and " + ascending[j]);
+            EXPECT_EQ(left < right, i < j);
+            EXPECT_EQ(left <= right, i <= j);
+            EXPECT_EQ(left > right, i > j);
+            EXPECT_EQ(left >= right, i >= j);
+            EXPECT_EQ(left == right, i == j);
+            EXPECT_EQ(left != right, i != j);
+        }
+    }
+    EXPECT_EQ(CBlob(), CBlob(0)) << "whatever the pointers";
+}
+
+TEST(Blob, HexadecimalTextIsReadUpToWhatDoesNotFit) {
+    struct Row {
+        const char* text;
+        const char* bytes;
+    };
+    const Row rows[] = {{"  0a 0B\n1c", "0A 0B 1C"},
+                        {"0 a", ""},
+                        {"abc", "AB"},
+                        {"AB zz", "AB"},
+                        {"", ""},
+                        {" \t\r\n\v\f", ""},
+                        {"aFfA", "AF FA"},
+                        {"09:0a", "09"},
+                        {"0g", ""},
+                        {"12 \xA0 34", "12"},
+                        {"@A", ""},
+                        {"1`", ""},
+                        {"12 34 ", "12 34"},
+                        {"\xE1\xB1 00", ""}};
+    for (const Row& row : rows) {
+        CBlob fromNothing;
+        fromNothing.readFromHexString(row.text);
+        EXPECT_EQ(shown(fromNothing), row.bytes) << row.text;
+        CBlob fromMore(64);
+        fromMore.readFromHexString(row.text);
+        EXPECT_EQ(shown(fromMore), row.bytes) << row.text;
+    }
+    CBlob value = blob("01");
+    value.readFromHexString(nullptr);
+    EXPECT_EQ(value.cbData(), 0u);
+}
+
+TEST(Blob, HexadecimalTextIsWrittenInGroups) {
+    struct Row {
+        const char* bytes;
+        unsigned long group;
+        const char* text;
+    };
+    const Row rows[] = {{"01 02 03", 0, "010203"},
+                        {"01 02 03", 2, "0102 03"},
+                        {"00 FF", 1, "00 FF"},
+                        {"01 02 03 04", 4, "01020304"},
+                        {"01 02 03 04", 2, "0102 0304"},
+                        {"AB", 0xFFFFFFFFFFFFFFFF, "AB"},
+                        {"", 0, ""},
+                        {"", 1, ""}};
+    for (const Row& row : rows)
+        EXPECT_STREQ(blob(row.bytes).writeToHexString(row.group).c_str(), row.text);
+}
+
+TEST(BlobList, CopiesEveryElementInOrder) {
+    Mirvane::CBlobList list;
+    list.push_back(blob("01"));
+    list.push_back(blob("02 03"));
+    Mirvane::CBlobList copy = list;
+    list.front().pbData()[0] = 9;
+    list.pop_back();
+    ASSERT_EQ(copy.size(), 2u);
+    EXPECT_EQ(shown(copy.front()), "01");
+    EXPECT_EQ(shown(copy.back()), "02 03");
+}

@@ -1,0 +1,278 @@
+#include "ocsp/response_message.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <new>
+#include <random>
+#include <thread>
+
+#include "asn1data/response_envelope.h"
+#include "base/exception.h"
+#include "support/contexts.h"
+#include "support/octets.h"
+#include "support/vectors.h"
+
+namespace Mirvane::PKI::OCSP {
+namespace {
+
+// A type that the library has no schema for: its octets are opaque.
+constexpr char kOwnType[] = "1.3.6.1.4.1.99999.1";
+constexpr char kOwnResponse[] =
+    "30 19 0A 01 00 A0 14 30 12 06 08 2B 06 01 04 01 86 8D 1F 04 06 30 04 02 02 01 2C";
+
+CBlob blob(std::string_view hex) {
+    const test::Octets octets = test::octets(hex);
+    return CBlob(octets.data(), octets.size());
+}
+
+std::string text(CBlob const& bytes) {
+    return test::text(bytes.pbData(), bytes.cbData());
+}
+
+ATL::HRESULT codeOf(std::function<void()> const& action) {
+    try {
+        action();
+    } catch (ATL::CAtlException const& failure) {
+        return failure.m_hr;
+    }
+    return 0;
+}
+
+TEST(ResponseMessage, NobodyFilledItInSaysInternalError) {
+    CResponseMessage message;
+    EXPECT_EQ(message.get_responseStatus(), internalError);
+    EXPECT_EQ(message.get_responseType(), nullptr);
+    EXPECT_EQ(message.get_response(), nullptr);
+    EXPECT_EQ(text(message.encode()), "30 03 0A 01 02");
+}
+
+TEST(ResponseMessage, AnyStatusGoesWithOrWithoutBytes) {
+    const CBlob bytes = blob("04 00");
+    for (std::uint32_t status : {0u, 1u, 4u, 6u, 7u, 8u}) {
+        CResponseMessage message;
+        message.put_responseStatus(static_cast<ResponseStatus>(status));
+        for (bool withBytes : {false, true}) {
+            if (withBytes) message.put_response(kOwnType, &bytes);
+            CResponseMessage read;
+            read.decode(message.encode());
+            EXPECT_EQ(read.get_responseStatus(), status);
+            EXPECT_EQ(read.get_response() != nullptr, withBytes);
+        }
+    }
+}
+
+TEST(ResponseMessage, TakesTheOctetsApartAndTogether) {
+    CResponseMessage message;
+    message.decode(blob(kOwnResponse));
+    EXPECT_EQ(message.get_responseStatus(), successful);
+    EXPECT_STREQ(message.get_responseType(), "1.3.6.1.4.1.99999");
+    EXPECT_EQ(text(*message.get_response()), "30 04 02 02 01 2C");
+    EXPECT_EQ(text(message.encode()), kOwnResponse);
+    message.decode(blob("30 03 0A 01 06 FF FF"));
+    EXPECT_EQ(message.get_responseType(), nullptr);
+    EXPECT_EQ(message.get_response(), nullptr);
+}
+
+TEST(ResponseMessage, ReadsIndefiniteForms) {
+    CResponseMessage message;
+    message.decode(
+        blob("30 80 0A 01 00 A0 80 30 80 06 02 2A 03 24 80 04 01 41 04 01 42 00 00 00 00 00 00 00 00"));
+    EXPECT_STREQ(message.get_responseType(), "1.2.3");
+    EXPECT_EQ(text(*message.get_response()), "41 42");
+    EXPECT_EQ(text(message.encode()), "30 0F 0A 01 00 A0 0A 30 08 06 02 2A 03 04 02 41 42");
+}
+
+TEST(ResponseMessage, PutResponseTakesBothOrNeither) {
+    CResponseMessage message;
+    const CBlob empty;
+    EXPECT_EQ(codeOf([&] { message.put_response("1.2.3", nullptr); }), failure::invalidArgument);
+    EXPECT_EQ(codeOf([&] { message.put_response(nullptr, &empty); }), failure::invalidArgument);
+    EXPECT_EQ(message.get_response(), nullptr);
+    message.put_response("1.2.3", &empty);
+    EXPECT_EQ(text(message.encode()), "30 0D 0A 01 02 A0 08 30 06 06 02 2A 03 04 00");
+    message.put_response(message.get_responseType(), message.get_response());
+    EXPECT_STREQ(message.get_responseType(), "1.2.3");
+    message.put_response(nullptr, nullptr);
+    message.put_response(nullptr, nullptr);
+    EXPECT_EQ(text(message.encode()), "30 03 0A 01 02");
+}
+
+TEST(ResponseMessage, WhatDoesNotEncodeThrowsAndChangesNothing) {
+    CResponseMessage message;
+    const CBlob bytes = blob("01");
+    for (const char* type : {"", "1.2.", "abc", "1.2.x"}) {
+        message.put_response(type, &bytes);
+        EXPECT_EQ(codeOf([&] { message.encode(); }), failure::invalidArgument) << type;
+        EXPECT_STREQ(message.get_responseType(), type);
+    }
+    for (const char* type : {"1", "3.1", "1.40"}) {
+        message.put_response(type, &bytes);
+        EXPECT_EQ(codeOf([&] { message.encode(); }), failure::asn1) << type;
+    }
+    message.put_response(nullptr, nullptr);
+    for (std::uint32_t status : {9u, 127u, 0xFFFFFFFFu}) {
+        message.put_responseStatus(static_cast<ResponseStatus>(status));
+        EXPECT_EQ(codeOf([&] { message.encode(); }), failure::asn1) << status;
+    }
+}
+
+TEST(ResponseMessage, WhatDoesNotDecodeThrowsAndChangesNothing) {
+    CResponseMessage message;
+    message.decode(blob(kOwnResponse));
+    EXPECT_EQ(codeOf([&] { message.decode(CBlob()); }), failure::invalidArgument);
+    for (const char* octets :
+         {"30", "30 00", "30 80", "31 03 0A 01 00", "30 03 02 01 00", "30 03 0A 01 09", "30 03 0A 01 FF",
+          "30 05 0A 01 00 05 00", "30 05 0A 01 00 A0 00", "30 07 0A 01 00 A0 02 30 00",
+          "30 0B 0A 01 00 A0 06 30 04 06 02 2A 03", "30 0F 0A 01 00 A0 0A 30 08 06 02 2A 03 04 00 05 00",
+          "30 0D 0A 01 00 A0 08 30 06 06 02 2A 03 04 01", "30 04 0A 01 00"}) {
+        EXPECT_EQ(codeOf([&] { message.decode(blob(octets)); }), failure::asn1) << octets;
+        EXPECT_EQ(text(message.encode()), kOwnResponse) << octets;
+    }
+}
+
+TEST(ResponseMessage, CopiesAreDeepAndAssignmentRevivesAClearedOne) {
+    CResponseMessage first;
+    first.decode(blob(kOwnResponse));
+    CResponseMessage second(first);
+    first.put_response(nullptr, nullptr);
+    EXPECT_EQ(text(second.encode()), kOwnResponse);
+    first.clear();
+    first.clear();
+    first = second;
+    CResponseMessage& same = first;
+    first = same;
+    second.put_responseStatus(tryLater);
+    EXPECT_EQ(text(first.encode()), kOwnResponse);
+}
+
+TEST(ResponseRecord, IsCopiedWithItsOctets) {
+    CResponseMessage message;
+    message.decode(blob(kOwnResponse));
+    test::LiveContext target;
+    asn1data::ASN1T_OCSPResponse copy;
+    {
+        test::LiveContext source;
+        asn1data::ASN1T_OCSPResponse record;
+        ASN1T_OCSPResponse_traits::set(source, record, message);
+        ASN1T_OCSPResponse_traits::copy(target, record, copy);
+    }
+    CResponseMessage read;
+    ASN1T_OCSPResponse_traits::get(copy, read);
+    EXPECT_EQ(text(read.encode()), kOwnResponse);
+}
+
+int allocationsLeft = 0;
+bool allocationFailed = false;
+
+void* failingMalloc(void*, std::size_t size) {
+    if (allocationsLeft-- > 0) return std::malloc(size);
+    allocationFailed = true;
+    return nullptr;
+}
+
+// Runs `action` with its first, second, ... context allocation failing until it needs no more of them.
+void sweep(std::function<void()> const& action) {
+    g_malloc_func = failingMalloc;
+    for (int round = 0;; ++round) {
+        allocationsLeft = round;
+        allocationFailed = false;
+        const ATL::HRESULT code = codeOf(action);
+        if (!allocationFailed) {
+            EXPECT_EQ(code, 0);
+            EXPECT_GE(round, 2);
+            break;
+        }
+        EXPECT_TRUE(code == failure::asn1 || code == failure::contextMemory)
+            << round << ": " << std::hex << code;
+    }
+    g_malloc_func = rtDefaultMalloc;
+}
+
+TEST(ResponseMessage, EveryFailedAllocationIsAStatedFailure) {
+    CResponseMessage message;
+    const CBlob bytes(40000);
+    message.put_response(kOwnType, &bytes);
+    const CBlob encoded = message.encode();
+    sweep([&] { message.encode(); });
+    CResponseMessage read;
+    sweep([&] {
+        try {
+            read.decode(encoded);
+        } catch (ATL::CAtlException const&) {
+            EXPECT_EQ(read.get_response(), nullptr);
+            throw;
+        }
+    });
+    EXPECT_EQ(read.get_response()->cbData(), 40000u);
+}
+
+TEST(ResponseMessage, ThreadsDoNotMeet) {
+    const auto work = [](unsigned char fill) {
+        for (int round = 0; round < 500; ++round) {
+            CBlob bytes(static_cast<unsigned long>(round));
+            std::fill_n(bytes.pbData(), bytes.cbData(), fill);
+            CResponseMessage message;
+            message.put_response(kOwnType, &bytes);
+            CResponseMessage read;
+            read.decode(message.encode());
+            ASSERT_EQ(*read.get_response(), bytes);
+        }
+    };
+    std::thread first(work, 1);
+    std::thread second(work, 2);
+    first.join();
+    second.join();
+}
+
+void expectStated(test::Octets const& octets) {
+    CResponseMessage message;
+    const ATL::HRESULT code = codeOf([&] { message.decode(CBlob(octets.data(), octets.size())); });
+    if (code == 0) {
+        CResponseMessage again;
+        again.decode(message.encode());
+        EXPECT_EQ(again.get_responseStatus(), message.get_responseStatus());
+    } else {
+        EXPECT_EQ(code, failure::asn1);
+    }
+}
+
+TEST(ResponseMessage, DamageGivesAStatedFailureOrAMessage) {
+    std::vector<test::Octets> messages = {test::octets(kOwnResponse)};
+    for (auto const& path : test::vectorFiles("ocsp-responses", 20))
+        messages.push_back(test::readFile(path));
+    std::mt19937 random(20260101);
+    for (test::Octets const& whole : messages) {
+        for (std::size_t size = 1; size < std::min<std::size_t>(whole.size(), 300); ++size) {
+            expectStated(test::Octets(whole.begin(), whole.begin() + static_cast<long>(size)));
+        }
+        for (int round = 0; round < 500; ++round) {
+            test::Octets damaged = whole;
+            // Headers stand in front, so that is where damage reaches far.
+            const std::size_t reach = std::min<std::size_t>(damaged.size(), round % 2 ? 64 : damaged.size());
+            for (int hits = 1 + round % 3; hits > 0; --hits) {
+                damaged[random() % reach] = static_cast<unsigned char>(random());
+            }
+            expectStated(damaged);
+        }
+    }
+}
+
+TEST(ResponseMessage, RealResponsesComeBackToTheirOwnBytes) {
+    const auto files = test::vectorFiles("ocsp-responses");
+    if (files.empty()) GTEST_SKIP() << "no real messages here";
+    int same = 0;
+    for (auto const& path : files) {
+        const test::Octets octets = test::readFile(path);
+        CResponseMessage message;
+        if (codeOf([&] { message.decode(CBlob(octets.data(), octets.size())); }) != 0) {
+            ADD_FAILURE() << path << " does not decode";
+            continue;
+        }
+        same += message.encode() == CBlob(octets.data(), octets.size());
+    }
+    EXPECT_EQ(same, static_cast<int>(files.size()));
+}
+
+}  // namespace
+}  // namespace Mirvane::PKI::OCSP

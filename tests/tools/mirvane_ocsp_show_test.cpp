@@ -1,0 +1,113 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "support/program.h"
+
+namespace {
+
+using test::Octets;
+using test::Outcome;
+
+constexpr char kUnauthorized[] = "30 03 0A 01 06";
+constexpr char kBasic[] = "30 15 0A 01 00 A0 10 30 0E 06 09 2B 06 01 05 05 07 30 01 01 04 01 41";
+
+const std::string kShow = MIRVANE_OCSP_TOOL " show ";
+
+std::size_t lines(const std::string& text) {
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
+TEST(Show, PrintsStatusTypeAndSize) {
+    test::TemporaryFolder folder;
+    const std::string path = folder.write("a.der", test::octets(kUnauthorized));
+    const Outcome outcome = test::run(kShow + path);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "OCSP response\n  status:        unauthorized (6)\n  response:      none\n");
+    EXPECT_EQ(outcome.errors, "");
+}
+
+TEST(Show, JsonIsOneObjectPerFile) {
+    test::TemporaryFolder folder;
+    Octets longer = test::octets(kUnauthorized);
+    longer.push_back(0);
+    folder.write("a.der", longer);
+    const Outcome outcome = test::run("cd " + folder.path("") + " && " + kShow + "--json a.der - <a.der");
+    EXPECT_EQ(outcome.status, 0);
+    const std::string rest =
+        R"("kind":"OCSPResponse","status":{"value":6,"name":"unauthorized"},"responseType":null,"responseSize":null,"trailingOctets":1})"
+        "\n";
+    EXPECT_EQ(outcome.output, R"({"file":"a.der",)" + rest + R"({"file":"standard input",)" + rest);
+}
+
+TEST(Show, TakesPem) {
+    test::TemporaryFolder folder;
+    const std::string good = folder.write("a.pem",
+                                          "text before\n-----BEGIN OCSP RESPONSE-----\nMAMKAQY=\n"
+                                          "-----END OCSP RESPONSE-----\n");
+    EXPECT_EQ(test::run(kShow + good).status, 0);
+    const std::string broken = folder.write("b.pem", "-----BEGIN OCSP RESPONSE-----\nMAMKAQY=\n");
+    const Outcome outcome = test::run(kShow + broken);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors, "mirvane-ocsp: " + broken + ": the PEM block is broken or cut short\n");
+}
+
+TEST(Show, SaysInOneLineWhatIsWrongAndGoesOn) {
+    test::TemporaryFolder folder;
+    const std::string good = folder.write("good", test::octets(kUnauthorized));
+    const struct {
+        const char* name;
+        const char* octets;
+        const char* problem;
+    } rows[] = {
+        {"empty", "", "is empty"},
+        {"cut", "30 15 0A 01 00", "is cut short: the message says 23 octets, 5 are there"},
+        {"huge", "30 84 7F FF FF FF 00", "is no OCSP response: its first element does not fit into 7 octets"},
+        {"text", "48 65 6C 6C 6F", "is no OCSP response: it begins with octet 48, not with a SEQUENCE"},
+        {"other", "30 03 02 01 05", "is no OCSP response"},
+    };
+    for (const auto& row : rows) {
+        const std::string path = folder.write(row.name, test::octets(row.octets));
+        const Outcome outcome = test::run(kShow + path + " " + good);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_EQ(outcome.errors, "mirvane-ocsp: " + path + ": " + row.problem + "\n");
+        EXPECT_NE(outcome.output.find("unauthorized"), std::string::npos);
+    }
+    const Outcome missing = test::run(kShow + folder.path("nothing"));
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_EQ(missing.errors, "mirvane-ocsp: " + folder.path("nothing") + ": No such file or directory\n");
+    EXPECT_EQ(test::run(kShow + folder.path("")).status, 1) << "a folder";
+}
+
+TEST(CommandLine, WrongUsageIsTwoAndHelpIsSuccess) {
+    for (const char* arguments : {"", " show", " show --nonsense x", " nonsense"}) {
+        const Outcome outcome = test::run(std::string(MIRVANE_OCSP_TOOL) + arguments);
+        EXPECT_EQ(outcome.status, 2) << arguments;
+        EXPECT_EQ(lines(outcome.errors), 1u) << outcome.errors;
+        EXPECT_EQ(outcome.output, "");
+    }
+    for (const char* arguments : {" --help", " show --help", " --version", " show --version"}) {
+        const Outcome outcome = test::run(std::string(MIRVANE_OCSP_TOOL) + arguments);
+        EXPECT_EQ(outcome.status, 0) << arguments;
+        EXPECT_NE(outcome.output, "");
+    }
+}
+
+TEST(Show, ThousandsOfDamagedFilesGiveAnAnswerEach) {
+    test::TemporaryFolder folder;
+    std::mt19937 random(42);
+    constexpr int kFiles = 3000;
+    for (int i = 0; i < kFiles; ++i) {
+        Octets octets = test::octets(i % 2 ? kBasic : kUnauthorized);
+        octets.resize(1 + random() % octets.size());
+        for (int hits = i % 4; hits > 0; --hits)
+            octets[random() % octets.size()] = static_cast<unsigned char>(random());
+        folder.write(std::to_string(i), octets);
+    }
+    const Outcome outcome = test::run("cd " + folder.path("") + " && " + kShow + "--json *");
+    EXPECT_TRUE(outcome.status == 0 || outcome.status == 1) << outcome.errors.substr(0, 2000);
+    EXPECT_EQ(lines(outcome.output) + lines(outcome.errors), static_cast<std::size_t>(kFiles));
+}
+
+}  // namespace

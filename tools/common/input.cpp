@@ -1,0 +1,76 @@
+#include "common/input.h"
+
+#include <openssl/bio.h>
+#include <openssl/err.h>
+#include <openssl/pem.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+namespace tools {
+namespace {
+
+constexpr std::string_view kPemMark = "-----BEGIN ";
+
+struct FileCloser {
+    void operator()(std::FILE* file) const {
+        if (file != stdin) std::fclose(file);
+    }
+};
+struct BioFree {
+    void operator()(BIO* bio) const { BIO_free(bio); }
+};
+struct OpensslFree {
+    void operator()(void* pointer) const { OPENSSL_free(pointer); }
+};
+
+Octets readAll(std::FILE* file, std::string const& source) {
+    Octets result;
+    unsigned char chunk[65536];
+    while (std::size_t count = std::fread(chunk, 1, sizeof chunk, file)) {
+        result.insert(result.end(), chunk, chunk + count);
+    }
+    if (std::ferror(file)) throw InputError(source, std::strerror(errno));
+    return result;
+}
+
+}  // namespace
+
+std::string sourceName(std::string const& path) {
+    return path == "-" ? "standard input" : path;
+}
+
+Octets withoutPem(Octets octets, std::string const& source) {
+    const auto mark = std::search(octets.begin(), octets.end(), kPemMark.begin(), kPemMark.end());
+    const bool isText = std::none_of(octets.begin(), mark, [](unsigned char octet) { return octet == 0; });
+    if (mark == octets.end() || !isText) return octets;
+
+    const std::unique_ptr<BIO, BioFree> bio(BIO_new_mem_buf(octets.data(), static_cast<int>(octets.size())));
+    char* name = nullptr;
+    char* header = nullptr;
+    unsigned char* data = nullptr;
+    long length = 0;
+    if (!bio || !PEM_read_bio(bio.get(), &name, &header, &data, &length)) {
+        ERR_clear_error();
+        throw InputError(source, "the PEM block is broken or cut short");
+    }
+    const std::unique_ptr<void, OpensslFree> owners[] = {std::unique_ptr<void, OpensslFree>(name),
+                                                         std::unique_ptr<void, OpensslFree>(header),
+                                                         std::unique_ptr<void, OpensslFree>(data)};
+    return Octets(data, data + length);
+}
+
+Octets readInput(std::string const& path) {
+    const std::string source = sourceName(path);
+    const std::unique_ptr<std::FILE, FileCloser> file(path == "-" ? stdin : std::fopen(path.c_str(), "rb"));
+    if (!file) throw InputError(source, std::strerror(errno));
+    Octets octets = readAll(file.get(), source);
+    if (octets.empty()) throw InputError(source, "is empty");
+    return withoutPem(std::move(octets), source);
+}
+
+}  // namespace tools

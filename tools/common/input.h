@@ -1,0 +1,32 @@
+// What the tools read: a file or standard input, DER or PEM.
+#ifndef MIRVANE_TOOLS_COMMON_INPUT_H
+#define MIRVANE_TOOLS_COMMON_INPUT_H
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace tools {
+
+using Octets = std::vector<unsigned char>;
+
+// What a tool tells its user in one line: which input, and what is wrong with it.
+class InputError : public std::runtime_error {
+  public:
+    InputError(std::string const& source, std::string const& problem)
+        : std::runtime_error(source + ": " + problem) {}
+};
+
+// The name to show for a source: the path, or "standard input" for "-".
+std::string sourceName(std::string const& path);
+
+// The octets of a file, or of standard input for "-". If they are PEM text (RFC 7468), the content of its
+// first block. Throws InputError for a file that cannot be read, and for PEM that is broken.
+Octets readInput(std::string const& path);
+
+// Takes PEM apart where the octets are PEM; anything else comes back as it is.
+Octets withoutPem(Octets octets, std::string const& source);
+
+}  // namespace tools
+
+#endif

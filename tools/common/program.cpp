@@ -1,0 +1,36 @@
+#include "common/program.h"
+
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <exception>
+
+namespace tools {
+
+void complain(CLI::App const& app, std::string const& text) {
+    fmt::print(stderr, "{}: {}\n", app.get_name(), text);
+}
+
+int run(CLI::App& app, int argc, char** argv) {
+    const std::string version = app.get_name() + " " MIRVANE_VERSION;
+    app.set_version_flag("--version", version);
+    for (CLI::App* command : app.get_subcommands({})) command->set_version_flag("--version", version);
+    app.require_subcommand(1);
+    try {
+        app.parse(argc, argv);
+        if (std::fflush(stdout) != 0) throw std::runtime_error("cannot write to standard output");
+    } catch (CLI::RuntimeError const& end) {
+        return end.get_exit_code();
+    } catch (CLI::Success const& answer) {
+        return app.exit(answer);
+    } catch (CLI::ParseError const& mistake) {
+        complain(app, fmt::format("{} (see {} --help)", mistake.what(), app.get_name()));
+        return kUsage;
+    } catch (std::exception const& failure) {
+        complain(app, failure.what());
+        return kFailure;
+    }
+    return kSuccess;
+}
+
+}  // namespace tools
