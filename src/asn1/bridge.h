@@ -3,12 +3,12 @@
 //
 // A traits struct ties an ASN.1 record to a value and has these static members:
 //
-//   ASN1_T                                       the record
-//   set(ASN1CTXT*, ASN1_T& record, Value const&) fills the record; what it points at lives in the context.
-//   Throws. get(ASN1_T const& record, Value&)            overwrites the value, which keeps no pointer into
-//   the record copy(ASN1CTXT*, ASN1_T const&, ASN1_T&)      a deep copy of a record, into the context
-//   encode(ASN1BEREncodeBuffer&, ASN1_T&)        the encoded length, or a negative status
-//   decode(ASN1BERDecodeBuffer&, ASN1_T&)        a negative status on failure
+//   ASN1_T                                  the record
+//   set(ASN1CTXT*, ASN1_T&, Value const&)   fills a record with memory of the context, or throws
+//   get(ASN1_T const&, Value&)              overwrites the value, which keeps no pointer into the record
+//   copy(ASN1CTXT*, ASN1_T const&, ASN1_T&) a deep copy of a record, with memory of the context
+//   encode(ASN1BEREncodeBuffer&, ASN1_T&)   the encoded length, or a negative status
+//   decode(ASN1BERDecodeBuffer&, ASN1_T&)   a negative status on failure
 //
 // A road builds its buffers and contexts on the stack, so calls share nothing and nothing outlives them but
 // the result. All failures are ATL::CAtlException: 0x80093101 for whatever status the runtime gave, and what

@@ -28,13 +28,6 @@ ASN1CTXT* readied(ASN1BERDecodeBuffer& buffer) {
     return buffer.getCtxtPtr();
 }
 
-// For the two records that are a count of octets and a pointer to them.
-template <typename Record>
-void setOctets(ASN1CTXT* ctxt, Record& rec, CBlob const& value) {
-    rec.data = copyOctets(ctxt, value.pbData(), value.cbData());
-    rec.numocts = static_cast<std::uint32_t>(value.cbData());
-}
-
 }  // namespace
 
 void ASN1IA5String_traits::set(ASN1CTXT* ctxt, ASN1_T& rec, char const* text) {
@@ -115,13 +108,19 @@ int ASN1TObjId_traits::decode(ASN1BERDecodeBuffer& buffer, ASN1_T& rec) {
     return xd_objid(readied(buffer), &rec, ASN1EXPL, 0);
 }
 
-void ASN1TDynOctStr_traits::set(ASN1CTXT* ctxt, ASN1_T& rec, CBlob const& value) {
-    setOctets(ctxt, rec, value);
+template <typename Record>
+void OctetsTraits<Record>::set(ASN1CTXT* ctxt, Record& rec, CBlob const& value) {
+    rec.data = copyOctets(ctxt, value.pbData(), value.cbData());
+    rec.numocts = static_cast<std::uint32_t>(value.cbData());
 }
 
-void ASN1TDynOctStr_traits::get(ASN1_T const& rec, CBlob& value) {
+template <typename Record>
+void OctetsTraits<Record>::get(Record const& rec, CBlob& value) {
     value.assign(rec.data, rec.numocts);
 }
+
+template struct OctetsTraits<ASN1TDynOctStr>;
+template struct OctetsTraits<ASN1OpenType>;
 
 void ASN1TDynOctStr_traits::copy(ASN1CTXT* ctxt, ASN1_T const& src, ASN1_T& dst) {
     requireCopy(rtCopyDynOctStr(ctxt, &src, &dst));
@@ -133,14 +132,6 @@ int ASN1TDynOctStr_traits::encode(ASN1BEREncodeBuffer& buffer, ASN1_T& rec) {
 
 int ASN1TDynOctStr_traits::decode(ASN1BERDecodeBuffer& buffer, ASN1_T& rec) {
     return xd_octstr(readied(buffer), &rec.data, &rec.numocts, ASN1EXPL, 0);
-}
-
-void ASN1TOpenType_traits::set(ASN1CTXT* ctxt, ASN1_T& rec, CBlob const& value) {
-    setOctets(ctxt, rec, value);
-}
-
-void ASN1TOpenType_traits::get(ASN1_T const& rec, CBlob& value) {
-    value.assign(rec.data, rec.numocts);
 }
 
 void ASN1TOpenType_traits::copy(ASN1CTXT* ctxt, ASN1_T const& src, ASN1_T& dst) {

@@ -48,22 +48,23 @@ struct ASN1TObjId_traits {
     static int decode(ASN1BERDecodeBuffer& buffer, ASN1_T& rec);
 };
 
-struct ASN1TDynOctStr_traits {
-    using ASN1_T = ASN1TDynOctStr;
+// What the records that are a count of octets and a pointer to them have in common.
+template <typename Record>
+struct OctetsTraits {
+    using ASN1_T = Record;
 
     static void set(ASN1CTXT* ctxt, ASN1_T& rec, CBlob const& value);
     static void get(ASN1_T const& rec, CBlob& value);
+};
+
+struct ASN1TDynOctStr_traits : OctetsTraits<ASN1TDynOctStr> {
     static void copy(ASN1CTXT* ctxt, ASN1_T const& src, ASN1_T& dst);
     static int encode(ASN1BEREncodeBuffer& buffer, ASN1_T& rec);
     static int decode(ASN1BERDecodeBuffer& buffer, ASN1_T& rec);
 };
 
 // The blob is one whole encoded element.
-struct ASN1TOpenType_traits {
-    using ASN1_T = ASN1OpenType;
-
-    static void set(ASN1CTXT* ctxt, ASN1_T& rec, CBlob const& value);
-    static void get(ASN1_T const& rec, CBlob& value);
+struct ASN1TOpenType_traits : OctetsTraits<ASN1OpenType> {
     static void copy(ASN1CTXT* ctxt, ASN1_T const& src, ASN1_T& dst);
     static int encode(ASN1BEREncodeBuffer& buffer, ASN1_T& rec);
     static int decode(ASN1BERDecodeBuffer& buffer, ASN1_T& rec);

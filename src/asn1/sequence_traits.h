@@ -24,14 +24,15 @@ struct ASN1TSeqOfList_traits {
         listRecord = records;
     }
 
-    // Replaces the content of `list`. When an element's `get` throws, the elements before it are there.
+    // Replaces the content of `list`, which stays as it was when an element's `get` throws.
     static void get(_Asn1RTDList const& listRecord, List& list) {
-        list.clear();
+        List elements;
         for (auto const* node = listRecord.head; node != nullptr; node = node->next) {
             Element element;
             ElementTraits::get(*static_cast<Record const*>(node->data), element);
-            list.push_back(std::move(element));
+            elements.push_back(std::move(element));
         }
+        list.swap(elements);
     }
 
     // A deep copy, whatever `dst` held before. Throws as `set` does.

@@ -257,7 +257,7 @@ int xd_consStrIndefLenAndSize(ASN1CTXT* ctxt, ASN1TAG segmentTag, int* contentLe
         if (int status = xd_tag_len(ctxt, &tag, &length, XD_ADVANCE); status != RTS_OK) return status;
         if (tag != 0 && tag != segmentTag) return RTS_BAD_TAG;
         if (tag == 0 && length == 0) break;
-        ctxt->buffer.byteIndex += static_cast<std::uint32_t>(length);
+        asn1rt::stepOver(ctxt, length);
         sum += static_cast<std::uint32_t>(length);
     }
     *span = static_cast<int>(ctxt->buffer.byteIndex - start.byteIndex - 2);

@@ -13,15 +13,14 @@
 #include "asn1rt/context.h"
 #include "asn1rt/object_identifier.h"
 
-enum : std::uint32_t {
-    XE_GROWTH_STEP = 16384
-};  // the least by which a dynamic buffer grows, and its first size
+// The least by which a dynamic buffer grows, and its first size.
+enum : std::uint32_t { XE_GROWTH_STEP = 16384 };
 
 // Where an encoded element lies: this stays valid when the buffer grows.
 struct ASN1BufLocDescr {
     std::int32_t numocts;  // the element's length
-    std::uint32_t
-        offset;  // from its first octet to the buffer's end, the octet that is never written left out
+    // From its first octet to the buffer's end, the octet that is never written left out.
+    std::uint32_t offset;
 };
 
 extern "C" {

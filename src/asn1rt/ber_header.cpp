@@ -7,6 +7,7 @@
 namespace {
 
 using asn1rt::room;
+using asn1rt::stepOver;
 
 constexpr std::uint32_t kUnknownSize = 0x7FFFFFFF;
 constexpr std::int64_t kLargestLength = 0x7FFFFFFF;
@@ -14,10 +15,6 @@ constexpr int kMostTagOctets = 9;  // behind the leading one
 
 bool endIsKnownReached(const ASN1CTXT* ctxt) {
     return (ctxt->flags & ASN1_INDEF_MESSAGE) && (ctxt->flags & ASN1_END_REACHED);
-}
-
-void stepOver(ASN1CTXT* ctxt, int length) {
-    ctxt->buffer.byteIndex += static_cast<std::uint32_t>(length);
 }
 
 int readLongTagNumber(ASN1CTXT* ctxt, std::uint32_t* number) {
@@ -162,8 +159,8 @@ int xd_setp(ASN1CTXT* ctxt, const unsigned char* message, int size, ASN1TAG* tag
         ctxt->buffer.size = static_cast<std::uint32_t>(total);
         return RTS_OK;
     }
-    return ctxt->flags & ASN1_LAX_LENGTH ? RTS_OK
-                                         : RTS_BAD_LENGTH;  // cut short; size stays at what was given
+    // Cut short: the size stays at what was given.
+    return ctxt->flags & ASN1_LAX_LENGTH ? RTS_OK : RTS_BAD_LENGTH;
 }
 
 int xd_tag(ASN1CTXT* ctxt, ASN1TAG* tag) {

@@ -78,6 +78,7 @@ unsigned char joined(unsigned char left, unsigned char right, std::uint32_t bits
     return static_cast<unsigned char>((left << 8 | right) >> bits);
 }
 
+// Walks the heap's blocks: what stands before a pointer that is not one of them must not be read.
 bool isHeapBlock(const rtMemHeap* heap, const unsigned char* data) {
     const rtMemBlock* block = heap ? heap->blockList : nullptr;
     while (block && reinterpret_cast<const unsigned char*>(block + 1) != data)

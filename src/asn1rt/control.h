@@ -13,9 +13,9 @@ class ASN1CType {
 
     ASN1CType& operator=(const ASN1CType&) = delete;
 
-    // EncodeTo and DecodeFrom on the buffer that this object was made with.
-    virtual int Encode() { return EncodeTo(*mpMsgBuf); }
-    virtual int Decode() { return DecodeFrom(*mpMsgBuf); }
+    // EncodeTo and DecodeFrom on the buffer that this object remembers; RTS_BAD_ARGUMENT if there is none.
+    virtual int Encode() { return mpMsgBuf ? EncodeTo(*mpMsgBuf) : int{RTS_BAD_ARGUMENT}; }
+    virtual int Decode() { return mpMsgBuf ? DecodeFrom(*mpMsgBuf) : int{RTS_BAD_ARGUMENT}; }
 
     // The encoded length, or a negative status. The base does nothing and returns 0.
     virtual int EncodeTo(ASN1MessageBufferIF&) { return RTS_OK; }

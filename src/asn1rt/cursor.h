@@ -2,6 +2,7 @@
 #ifndef MIRVANE_ASN1RT_CURSOR_H
 #define MIRVANE_ASN1RT_CURSOR_H
 
+#include <algorithm>
 #include <cstdint>
 
 #include "asn1rt/context.h"
@@ -30,10 +31,15 @@ inline bool atEndOfContents(const ASN1CTXT* ctxt) {
     return room(ctxt) >= 2 && cursor(ctxt)[0] == 0 && cursor(ctxt)[1] == 0;
 }
 
+// Moves the cursor over a length that was read, which may lead behind the end but never round to the front.
+inline void stepOver(ASN1CTXT* ctxt, int length) {
+    const auto step = static_cast<std::uint32_t>(length);
+    ctxt->buffer.byteIndex += std::min(step, UINT32_MAX - ctxt->buffer.byteIndex);
+}
+
 // Keeps the first failure of the context and passes the status on.
 inline int record(ASN1CTXT* ctxt, int status) {
-    if (ctxt->errInfo.status == 0) ctxt->errInfo.status = status;
-    return status;
+    return rtErrSetData(&ctxt->errInfo, status, nullptr, 0);
 }
 
 // Reads the universal tag of a primitive, which must be `identifier` exactly, and its length; clears

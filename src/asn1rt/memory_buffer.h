@@ -18,8 +18,8 @@ struct rtMemBuf {
     std::uint32_t bitOffset;
     std::uint32_t reserved;
     unsigned char* buffer;
-    std::uint8_t
-        isDynamic;  // 1: `buffer` is the runtime's; 0: the caller's, which growth replaces and never frees
+    // 1: `buffer` is the runtime's; 0: the caller's, which growth replaces and never frees.
+    std::uint8_t isDynamic;
 };
 
 // The form that message buffers take, see ASN1MessageBufferIF::initBuffer.

@@ -33,7 +33,7 @@ int stepOverElement(ASN1CTXT* ctxt) {
     if (length == ASN1_INDEFLEN) return xd_MovePastEOC(ctxt);
     if (length == 0) return tag == 0 ? RTS_BAD_VALUE : RTS_OK;
     if (static_cast<std::uint32_t>(length) > room(ctxt)) return RTS_BAD_VALUE;
-    ctxt->buffer.byteIndex += static_cast<std::uint32_t>(length);
+    asn1rt::stepOver(ctxt, length);
     return RTS_OK;
 }
 

@@ -12,8 +12,8 @@
 
 // What a kind of stream does; each entry may be null. Failures are negative statuses.
 struct ASN1StreamOperations {
-    int (*write)(ASN1Stream* stream, const unsigned char* data,
-                 std::uint32_t count);  // takes all octets or fails
+    // Takes all octets or fails.
+    int (*write)(ASN1Stream* stream, const unsigned char* data, std::uint32_t count);
     int (*flush)(ASN1Stream* stream);
 };
 

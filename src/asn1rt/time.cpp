@@ -226,13 +226,17 @@ int ASN1CTime::setDiff(int minutes) {
 }
 
 void ASN1CTime::clear() {
+    unsetFields();
+    checkCapacity();
+    **timeStr = '\0';
+    parsed = 1;
+}
+
+void ASN1CTime::unsetFields() {
     year = month = day = hour = -3;
     minute = second = diffHour = diffMinute = 0;
     secFraction = 0;
     utcFlag = derRules;
-    checkCapacity();
-    **timeStr = '\0';
-    parsed = 1;
 }
 
 int ASN1CTime::equals(ASN1CTime& other) {
@@ -331,6 +335,7 @@ void ASN1CTime::addDays(int count, int& year, int& month, int& day) {
 }
 
 void ASN1CTime::textReplaced() {
+    unsetFields();
     parsed = 0;
     strSize = 0;
 }

@@ -64,8 +64,8 @@ class ASN1CTime : public ASN1CType {
     // local time too. RTS_BAD_DATETIME for a year outside 0 to 9999, or what compileString gives.
     virtual int setTime(std::time_t seconds, bool withOffset) = 0;
     virtual int setDiffHour(int hours);  // -12 to 12; the minutes take its sign
-    virtual int setDiff(int hours,
-                        int minutes);  // -12 to 12, below 60 either way; signed by the hours if not 0
+    // -12 to 12 and below 60 either way; the minutes take the sign of the hours unless these are 0.
+    virtual int setDiff(int hours, int minutes);
     virtual int setDiff(int minutes);  // -720 to 720
 
     // Reads the fields from `text`, and writes the object's own text if that is another one.
@@ -174,6 +174,7 @@ class ASN1CTime : public ASN1CType {
     int getField(std::int16_t ASN1CTime::*field);
     int setField(std::int16_t ASN1CTime::*field, int value, int lowest, int highest);
     int finishSetting();
+    void unsetFields();
     void rewrite();
     void copyFields(const ASN1CTime& other);
 };

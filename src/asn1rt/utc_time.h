@@ -44,6 +44,12 @@ class ASN1CUTCTime : public ASN1CTime {
     // A local time without offset is refused as well.
     int compileString() override;
 
+  protected:
+    void textReplaced() {
+        ASN1CTime::textReplaced();
+        unsetUtc();
+    }
+
   private:
     void unsetUtc();
 };

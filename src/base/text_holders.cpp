@@ -4,50 +4,43 @@
 
 namespace Mirvane {
 
-CStringProxy::CStringProxy() : text_(std::make_unique<std::string>()) {}
-CStringProxy::CStringProxy(char const* text) : text_(std::make_unique<std::string>(text ? text : "")) {}
-CStringProxy::CStringProxy(CStringProxy const& other) : text_(std::make_unique<std::string>(*other.text_)) {}
-CStringProxy::CStringProxy(CStringProxy&& other) : CStringProxy() {
+template <typename Character>
+TextHolder<Character>::TextHolder() : text_(std::make_unique<std::basic_string<Character>>()) {}
+
+template <typename Character>
+TextHolder<Character>::TextHolder(Character const* text) : TextHolder() {
+    if (text != nullptr) *text_ = text;
+}
+
+template <typename Character>
+TextHolder<Character>::TextHolder(TextHolder const& other) : TextHolder(other.c_str()) {}
+
+template <typename Character>
+TextHolder<Character>::TextHolder(TextHolder&& other) : TextHolder() {
     text_.swap(other.text_);
 }
-CStringProxy::~CStringProxy() = default;
 
-CStringProxy& CStringProxy::operator=(CStringProxy const& other) {
+template <typename Character>
+TextHolder<Character>::~TextHolder() = default;
+
+template <typename Character>
+TextHolder<Character>& TextHolder<Character>::operator=(TextHolder const& other) {
     *text_ = *other.text_;
     return *this;
 }
 
-CStringProxy& CStringProxy::operator=(CStringProxy&& other) {
+template <typename Character>
+TextHolder<Character>& TextHolder<Character>::operator=(TextHolder&& other) {
     if (this != &other) *text_ = std::exchange(*other.text_, {});
     return *this;
 }
 
-char const* CStringProxy::c_str() const {
+template <typename Character>
+Character const* TextHolder<Character>::c_str() const {
     return text_->c_str();
 }
 
-CWStringProxy::CWStringProxy() : text_(std::make_unique<std::wstring>()) {}
-CWStringProxy::CWStringProxy(wchar_t const* text)
-    : text_(std::make_unique<std::wstring>(text ? text : L"")) {}
-CWStringProxy::CWStringProxy(CWStringProxy const& other)
-    : text_(std::make_unique<std::wstring>(*other.text_)) {}
-CWStringProxy::CWStringProxy(CWStringProxy&& other) : CWStringProxy() {
-    text_.swap(other.text_);
-}
-CWStringProxy::~CWStringProxy() = default;
-
-CWStringProxy& CWStringProxy::operator=(CWStringProxy const& other) {
-    *text_ = *other.text_;
-    return *this;
-}
-
-CWStringProxy& CWStringProxy::operator=(CWStringProxy&& other) {
-    if (this != &other) *text_ = std::exchange(*other.text_, {});
-    return *this;
-}
-
-wchar_t const* CWStringProxy::c_str() const {
-    return text_->c_str();
-}
+template class TextHolder<char>;
+template class TextHolder<wchar_t>;
 
 }  // namespace Mirvane

@@ -12,43 +12,41 @@
 
 namespace Mirvane {
 
-class MIRVANE_API CStringProxy {
+// What the two holders are made of.
+template <typename Character>
+class MIRVANE_API TextHolder {
   public:
     // The empty text.
-    CStringProxy();
+    TextHolder();
     // A copy of the text up to its terminator; null gives the empty text.
-    CStringProxy(char const* text);
-    CStringProxy(CStringProxy const& other);
+    TextHolder(Character const* text);
+    TextHolder(TextHolder const& other);
     // Leaves `other` with the empty text.
-    CStringProxy(CStringProxy&& other);
-    ~CStringProxy();
+    TextHolder(TextHolder&& other);
+    ~TextHolder();
 
-    CStringProxy& operator=(CStringProxy const& other);
-    CStringProxy& operator=(CStringProxy&& other);
+    TextHolder& operator=(TextHolder const& other);
+    TextHolder& operator=(TextHolder&& other);
 
     // The text, never null; valid until the object changes or dies.
-    char const* c_str() const;
+    Character const* c_str() const;
 
   private:
-    std::unique_ptr<std::string> text_;  // never null
+    std::unique_ptr<std::basic_string<Character>> text_;  // never null
 };
 
-// The same for wide text.
-class MIRVANE_API CWStringProxy {
+extern template class TextHolder<char>;
+extern template class TextHolder<wchar_t>;
+
+// Classes of their own and not names of the template, so that headers can declare them.
+class MIRVANE_API CStringProxy : public TextHolder<char> {
   public:
-    CWStringProxy();
-    CWStringProxy(wchar_t const* text);
-    CWStringProxy(CWStringProxy const& other);
-    CWStringProxy(CWStringProxy&& other);
-    ~CWStringProxy();
+    using TextHolder::TextHolder;
+};
 
-    CWStringProxy& operator=(CWStringProxy const& other);
-    CWStringProxy& operator=(CWStringProxy&& other);
-
-    wchar_t const* c_str() const;
-
-  private:
-    std::unique_ptr<std::wstring> text_;
+class MIRVANE_API CWStringProxy : public TextHolder<wchar_t> {
+  public:
+    using TextHolder::TextHolder;
 };
 
 }  // namespace Mirvane

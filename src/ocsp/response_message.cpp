@@ -3,7 +3,7 @@
 #include <string>
 
 #include "asn1/primitive_traits.h"
-#include "asn1data/response_envelope.h"
+#include "asn1data/ocsp.h"
 #include "ocsp/message_road.h"
 
 namespace Mirvane::PKI::OCSP {
@@ -79,6 +79,7 @@ void ASN1T_OCSPResponse_traits::set(ASN1CTXT* ctxt, ASN1_T& record, CResponseMes
     record.m = {};
     record.responseBytes.responseType.numids = 0;
     record.responseBytes.response = {};
+    record.responseBytes.responseObject = {};
     record.responseStatus = value.get_responseStatus();
     if (!value.get_responseType()) return;
     record.m.responseBytesPresent = 1;

@@ -3,23 +3,16 @@
 #include <gtest/gtest.h>
 
 #include "asn1/bridge.h"
+#include "support/blobs.h"
 #include "support/contexts.h"
 #include "support/failures.h"
 
 using namespace Mirvane;
 using namespace Mirvane::ASN1;
+using test::blob;
 using test::thrownCode;
 
 namespace {
-
-CBlob blob(std::string_view hex) {
-    const test::Octets bytes = test::octets(hex);
-    return CBlob(bytes.data(), bytes.size());
-}
-
-std::string shown(const CBlob& value) {
-    return test::text(value.pbData(), value.cbData());
-}
 
 // A record that `Traits` copied still encodes when the source and its context are gone.
 template <typename Traits, typename Value>
@@ -39,11 +32,11 @@ std::string encodedCopy(const Value& value) {
 template <typename Traits>
 void expectBlobRoundTrip(const char* value, const char* encoded) {
     SCOPED_TRACE(encoded);
-    EXPECT_EQ(shown(asn1Encode<Traits>(blob(value))), encoded);
+    EXPECT_EQ(test::text(asn1Encode<Traits>(blob(value))), encoded);
     EXPECT_EQ(encodedCopy<Traits>(blob(value)), encoded);
     CBlob read(3);
     asn1Decode<Traits>(blob(encoded), read);
-    EXPECT_EQ(shown(read), value);
+    EXPECT_EQ(test::text(read), value);
 }
 
 }  // namespace
@@ -53,7 +46,7 @@ TEST(PrimitiveTraits, BlobsTravelAsOctetStrings) {
     expectBlobRoundTrip<ASN1TDynOctStr_traits>("01 02", "04 02 01 02");
     CBlob read;
     asn1Decode<ASN1TDynOctStr_traits>(blob("24 80 04 01 41 04 01 42 00 00"), read);
-    EXPECT_EQ(shown(read), "41 42");
+    EXPECT_EQ(test::text(read), "41 42");
 }
 
 TEST(PrimitiveTraits, BlobsTravelAsOpenTypes) {
@@ -66,7 +59,7 @@ TEST(PrimitiveTraits, BlobsTravelAsBitStrings) {
     expectBlobRoundTrip<ASN1TDynBitStr_traits>("01 80", "03 03 00 01 80");
     CBlob read;
     asn1Decode<ASN1TDynBitStr_traits>(blob("03 03 07 01 80"), read);
-    EXPECT_EQ(shown(read), "01 80") << "nine bits are two bytes";
+    EXPECT_EQ(test::text(read), "01 80") << "nine bits are two bytes";
 }
 
 TEST(PrimitiveTraits, ABlobWhoseBitsCannotBeCountedIsRefusedUnread) {
@@ -79,7 +72,7 @@ TEST(PrimitiveTraits, ABlobWhoseBitsCannotBeCountedIsRefusedUnread) {
 
 TEST(PrimitiveTraits, IdentifiersTravelAsText) {
     const char* const text = "1.2.840.113549";
-    EXPECT_EQ(shown(asn1Encode<ASN1TObjId_traits>(text)), "06 06 2A 86 48 86 F7 0D");
+    EXPECT_EQ(test::text(asn1Encode<ASN1TObjId_traits>(text)), "06 06 2A 86 48 86 F7 0D");
     EXPECT_EQ(encodedCopy<ASN1TObjId_traits>(text), "06 06 2A 86 48 86 F7 0D");
     CStringProxy read;
     asn1Decode<ASN1TObjId_traits>(blob("06 06 2A 86 48 86 F7 0D"), read);
@@ -89,7 +82,7 @@ TEST(PrimitiveTraits, IdentifiersTravelAsText) {
 }
 
 TEST(PrimitiveTraits, NarrowTextTravelsAsItStands) {
-    EXPECT_EQ(shown(asn1Encode<ASN1IA5String_traits, char const*>("ab")), "16 02 61 62");
+    EXPECT_EQ(test::text(asn1Encode<ASN1IA5String_traits, char const*>("ab")), "16 02 61 62");
     CStringProxy read;
     asn1Decode<ASN1IA5String_traits>(blob("16 02 61 62"), read);
     EXPECT_STREQ(read.c_str(), "ab");
@@ -113,7 +106,7 @@ TEST(PrimitiveTraits, WideTextTravelsAsUtf8) {
         {L"\x20AC\x1F600", "0C 07 E2 82 AC F0 9F 98 80"},
     };
     for (const auto& [text, encoded] : rows) {
-        EXPECT_EQ(shown(asn1Encode<ASN1UTF8String_traits>(text)), encoded);
+        EXPECT_EQ(test::text(asn1Encode<ASN1UTF8String_traits>(text)), encoded);
         EXPECT_EQ(encodedCopy<ASN1UTF8String_traits>(text), encoded);
         CWStringProxy read(L"?");
         asn1Decode<ASN1UTF8String_traits>(blob(encoded), read);

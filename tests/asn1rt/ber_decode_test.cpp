@@ -3,9 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <span>
 #include <string>
-#include <vector>
 
+#include "asn1rt/cursor.h"
 #include "support/contexts.h"
 
 namespace {
@@ -37,33 +38,23 @@ void check(const Row& row, const Read& read, unsigned flags = 0) {
     }
 }
 
-int readInteger(ASN1CTXT* ctxt, std::string* value) {
-    std::int32_t number = 0;
-    const int status = xd_integer(ctxt, &number, ASN1EXPL, 0);
+void check(std::span<const Row> rows, const Read& read) {
+    for (const Row& row : rows)
+        check(row, read);
+}
+
+template <typename Number, auto Decode>
+int readNumber(ASN1CTXT* ctxt, std::string* value) {
+    Number number = 0;
+    const int status = Decode(ctxt, &number, ASN1EXPL, 0);
     *value = std::to_string(number);
     return status;
 }
 
-int readUnsigned(ASN1CTXT* ctxt, std::string* value) {
-    std::uint32_t number = 0;
-    const int status = xd_unsigned(ctxt, &number, ASN1EXPL, 0);
-    *value = std::to_string(number);
-    return status;
-}
-
-int readEnum(ASN1CTXT* ctxt, std::string* value) {
-    std::int32_t number = 0;
-    const int status = xd_enum(ctxt, &number, ASN1EXPL, 0);
-    *value = std::to_string(number);
-    return status;
-}
-
-int readBoolean(ASN1CTXT* ctxt, std::string* value) {
-    unsigned char octet = 0;
-    const int status = xd_boolean(ctxt, &octet, ASN1EXPL, 0);
-    *value = std::to_string(octet);
-    return status;
-}
+constexpr auto readInteger = readNumber<std::int32_t, xd_integer>;
+constexpr auto readUnsigned = readNumber<std::uint32_t, xd_unsigned>;
+constexpr auto readEnum = readNumber<std::int32_t, xd_enum>;
+constexpr auto readBoolean = readNumber<unsigned char, xd_boolean>;
 
 int readNull(ASN1CTXT* ctxt, std::string*) {
     return xd_null(ctxt, ASN1EXPL);
@@ -116,43 +107,41 @@ int readTagAndLength(ASN1CTXT* ctxt, std::string* value) {
 }
 
 TEST(DecodeInteger, BoundaryValuesAndRefusals) {
-    for (const Row& row : std::vector<Row>{
-             {"zero", "02 01 00", 0, 0, 3, "0"},
-             {"minus one", "02 01 FF", 0, 0, 3, "-1"},
-             {"not minimal", "02 03 00 00 05", 0, 0, 5, "5"},
-             {"most", "02 04 7F FF FF FF", 0, 0, 6, "2147483647"},
-             {"least", "02 04 80 00 00 00", 0, 0, 6, "-2147483648"},
-             {"long length", "02 81 01 07", 0, 0, 4, "7"},
-             {"empty", "02 00", -5, -5, 2, ""},
-             {"five octets", "02 05 00 FF FF FF FF", -33, -33, 2, ""},
-             {"too large before too short", "02 05", -33, -33, 2, ""},
-             {"indefinite", "02 80", -33, -33, 2, ""},
-             {"wrong tag", "03 01 00", -3, -3, 0, ""},
-             {"constructed", "22 01 00", -3, -3, 0, ""},
-             {"nothing", "", -2, -2, 0, ""},
-             {"tag alone", "02", -2, -2, 1, ""},
-             {"content cut", "02 02 00", -2, -2, 2, ""},
-             {"length of five octets", "02 85 00 00 00 00 01 00", -5, -5, 2, ""},
-         }) {
-        check(row, readInteger);
-    }
+    const Row rows[] = {
+        {"zero", "02 01 00", 0, 0, 3, "0"},
+        {"minus one", "02 01 FF", 0, 0, 3, "-1"},
+        {"not minimal", "02 03 00 00 05", 0, 0, 5, "5"},
+        {"most", "02 04 7F FF FF FF", 0, 0, 6, "2147483647"},
+        {"least", "02 04 80 00 00 00", 0, 0, 6, "-2147483648"},
+        {"long length", "02 81 01 07", 0, 0, 4, "7"},
+        {"empty", "02 00", -5, -5, 2, ""},
+        {"five octets", "02 05 00 FF FF FF FF", -33, -33, 2, ""},
+        {"too large before too short", "02 05", -33, -33, 2, ""},
+        {"indefinite", "02 80", -33, -33, 2, ""},
+        {"wrong tag", "03 01 00", -3, -3, 0, ""},
+        {"constructed", "22 01 00", -3, -3, 0, ""},
+        {"nothing", "", -2, -2, 0, ""},
+        {"tag alone", "02", -2, -2, 1, ""},
+        {"content cut", "02 02 00", -2, -2, 2, ""},
+        {"length of five octets", "02 85 00 00 00 00 01 00", -5, -5, 2, ""},
+    };
+    check(rows, readInteger);
 }
 
 TEST(DecodeUnsigned, SignIsNotLookedAt) {
-    for (const Row& row : std::vector<Row>{
-             {"top bit", "02 01 FF", 0, 0, 3, "255"},
-             {"most", "02 05 00 FF FF FF FF", 0, 0, 7, "4294967295"},
-             {"four octets", "02 04 FF FF FF FF", 0, 0, 6, "4294967295"},
-             {"empty is 0", "02 00", 0, 0, 2, "0"},
-             {"fifth octet not 0", "02 05 01 00 00 00 00", -33, -33, 2, ""},
-             {"first octet comes before the end", "02 05 01", -33, -33, 2, ""},
-             {"six octets", "02 06 00 00 00 00 00 00", -33, -33, 2, ""},
-             {"indefinite", "02 80", -33, -33, 2, ""},
-             {"content cut", "02 03 01 02", -2, 0, 4, ""},
-             {"wrong tag", "04 01 00", -3, -3, 0, ""},
-         }) {
-        check(row, readUnsigned);
-    }
+    const Row rows[] = {
+        {"top bit", "02 01 FF", 0, 0, 3, "255"},
+        {"most", "02 05 00 FF FF FF FF", 0, 0, 7, "4294967295"},
+        {"four octets", "02 04 FF FF FF FF", 0, 0, 6, "4294967295"},
+        {"empty is 0", "02 00", 0, 0, 2, "0"},
+        {"fifth octet not 0", "02 05 01 00 00 00 00", -33, -33, 2, ""},
+        {"first octet comes before the end", "02 05 01", -33, -33, 2, ""},
+        {"six octets", "02 06 00 00 00 00 00 00", -33, -33, 2, ""},
+        {"indefinite", "02 80", -33, -33, 2, ""},
+        {"content cut", "02 03 01 02", -2, 0, 4, ""},
+        {"wrong tag", "04 01 00", -3, -3, 0, ""},
+    };
+    check(rows, readUnsigned);
 }
 
 TEST(DecodeEnumBooleanNull, Table) {
@@ -171,31 +160,30 @@ TEST(DecodeEnumBooleanNull, Table) {
 }
 
 TEST(DecodeOctetString, PrimitiveAndConstructedForms) {
-    for (const Row& row : std::vector<Row>{
-             {"primitive", "04 02 41 42", 0, 0, 4, "41 42"},
-             {"empty", "04 00", 0, 0, 2, ""},
-             {"segments", "24 06 04 01 41 04 01 42", 0, 0, 8, "41 42"},
-             {"indefinite", "24 80 04 01 41 04 01 42 00 00", 0, 0, 10, "41 42"},
-             {"indefinite, no segments", "24 80 00 00", 0, 0, 4, ""},
-             {"indefinite, empty segment", "24 80 04 00 00 00", 0, 0, 6, ""},
-             {"indefinite primitive", "04 80 00 00", -5, -5, 2, ""},
-             {"segment of constructed form", "24 05 24 03 04 01 41", -3, -3, 2, ""},
-             {"the same, indefinite", "24 80 24 03 04 01 41 00 00", -21, -21, 4, ""},
-             {"indefinite segment", "24 80 04 80 00 00 00 00", -5, -5, 4, ""},
-             {"foreign segment", "24 80 05 00 00 00", -21, -21, 4, ""},
-             {"no end-of-contents", "24 80 04 01 41", -2, -2, 5, ""},
-             {"segment beyond the whole", "24 03 04 05 41 42 43 44 45", -17, -17, 4, ""},
-             {"segments sum up beyond the whole", "24 06 04 02 41 42 04 06 41 42 43 44 45 46", -5, -5, 8, ""},
-             {"content cut", "04 03 41 42", -2, -2, 2, ""},
-             {"segment cut", "24 05 04 03 41 42", -2, -2, 4, ""},
-             {"last segment is a tag alone", "24 04 04 01 41 04", 0, -2, 6, "41"},
-             {"last segment has a bad length", "24 05 04 01 41 04 85", 0, -5, 7, "41"},
-             {"span does not fit", "24 05 04 01 41 04 01 42", -5, -5, 8, ""},
-             {"zero tag with content", "24 80 00 01 41 00 00", -5, -3, 2, ""},
-             {"wrong tag", "05 00", -3, -3, 0, ""},
-         }) {
-        check(row, readOctets);
-    }
+    const Row rows[] = {
+        {"primitive", "04 02 41 42", 0, 0, 4, "41 42"},
+        {"empty", "04 00", 0, 0, 2, ""},
+        {"segments", "24 06 04 01 41 04 01 42", 0, 0, 8, "41 42"},
+        {"indefinite", "24 80 04 01 41 04 01 42 00 00", 0, 0, 10, "41 42"},
+        {"indefinite, no segments", "24 80 00 00", 0, 0, 4, ""},
+        {"indefinite, empty segment", "24 80 04 00 00 00", 0, 0, 6, ""},
+        {"indefinite primitive", "04 80 00 00", -5, -5, 2, ""},
+        {"segment of constructed form", "24 05 24 03 04 01 41", -3, -3, 2, ""},
+        {"the same, indefinite", "24 80 24 03 04 01 41 00 00", -21, -21, 4, ""},
+        {"indefinite segment", "24 80 04 80 00 00 00 00", -5, -5, 4, ""},
+        {"foreign segment", "24 80 05 00 00 00", -21, -21, 4, ""},
+        {"no end-of-contents", "24 80 04 01 41", -2, -2, 5, ""},
+        {"segment beyond the whole", "24 03 04 05 41 42 43 44 45", -17, -17, 4, ""},
+        {"segments sum up beyond the whole", "24 06 04 02 41 42 04 06 41 42 43 44 45 46", -5, -5, 8, ""},
+        {"content cut", "04 03 41 42", -2, -2, 2, ""},
+        {"segment cut", "24 05 04 03 41 42", -2, -2, 4, ""},
+        {"last segment is a tag alone", "24 04 04 01 41 04", 0, -2, 6, "41"},
+        {"last segment has a bad length", "24 05 04 01 41 04 85", 0, -5, 7, "41"},
+        {"span does not fit", "24 05 04 01 41 04 01 42", -5, -5, 8, ""},
+        {"zero tag with content", "24 80 00 01 41 00 00", -5, -3, 2, ""},
+        {"wrong tag", "05 00", -3, -3, 0, ""},
+    };
+    check(rows, readOctets);
 }
 
 TEST(DecodeOctetString, IntoTheCallersBuffer) {
@@ -240,20 +228,19 @@ TEST(DecodeOctetString, NegativeLengthIsNothing) {
 }
 
 TEST(DecodeIdentifier, Table) {
-    for (const Row& row : std::vector<Row>{
-             {"joined under 2", "06 02 88 37", 0, 0, 4, "2.999"},
-             {"39", "06 01 27", 0, 0, 3, "0.39"},
-             {"79", "06 01 4F", 0, 0, 3, "1.39"},
-             {"80", "06 01 50", 0, 0, 3, "2.0"},
-             {"largest second", "06 05 8F FF FF FF 7F", 0, 0, 7, "2.4294967215"},
-             {"last octet goes on", "06 02 2A 83", 0, 0, 4, "1.2.3"},
-             {"overflow drops upper bits", "06 07 2A 9F FF FF FF FF 7F", 0, 0, 9, "1.2.4294967295"},
-             {"empty", "06 00", -5, -5, 2, ""},
-             {"cut", "06 03 2A 03", -2, -2, 2, ""},
-             {"wrong tag", "26 01 2A", -3, -3, 0, ""},
-         }) {
-        check(row, readIdentifier);
-    }
+    const Row rows[] = {
+        {"joined under 2", "06 02 88 37", 0, 0, 4, "2.999"},
+        {"39", "06 01 27", 0, 0, 3, "0.39"},
+        {"79", "06 01 4F", 0, 0, 3, "1.39"},
+        {"80", "06 01 50", 0, 0, 3, "2.0"},
+        {"largest second", "06 05 8F FF FF FF 7F", 0, 0, 7, "2.4294967215"},
+        {"last octet goes on", "06 02 2A 83", 0, 0, 4, "1.2.3"},
+        {"overflow drops upper bits", "06 07 2A 9F FF FF FF FF 7F", 0, 0, 9, "1.2.4294967295"},
+        {"empty", "06 00", -5, -5, 2, ""},
+        {"cut", "06 03 2A 03", -2, -2, 2, ""},
+        {"wrong tag", "26 01 2A", -3, -3, 0, ""},
+    };
+    check(rows, readIdentifier);
 }
 
 TEST(DecodeIdentifier, TheOneHundredTwentyNinthArcIsRefused) {
@@ -270,34 +257,32 @@ TEST(DecodeIdentifier, TheOneHundredTwentyNinthArcIsRefused) {
 }
 
 TEST(DecodeTag, Numbers) {
-    for (const Row& row : std::vector<Row>{
-             {"sequence", "30", 0, 0, 1, "536870928"},
-             {"31", "1F 1F", 0, 0, 2, "31"},
-             {"128", "1F 81 00", 0, 0, 3, "128"},
-             {"largest", "1F 81 FF FF FF 7F", 0, 0, 6, "536870911"},
-             {"too large", "1F 82 80 80 80 00", -21, 0, 6, ""},
-             {"nine octets", "1F 80 80 80 80 80 80 80 80 01", 0, 0, 10, "1"},
-             {"ten octets", "1F 80 80 80 80 80 80 80 80 80 01", -21, 0, 10, ""},
-             {"cut", "1F 81", -2, 0, 2, ""},
-             {"nothing", "", -2, 0, 0, ""},
-         }) {
-        check(row, readTag);
-    }
+    const Row rows[] = {
+        {"sequence", "30", 0, 0, 1, "536870928"},
+        {"31", "1F 1F", 0, 0, 2, "31"},
+        {"128", "1F 81 00", 0, 0, 3, "128"},
+        {"largest", "1F 81 FF FF FF 7F", 0, 0, 6, "536870911"},
+        {"too large", "1F 82 80 80 80 00", -21, 0, 6, ""},
+        {"nine octets", "1F 80 80 80 80 80 80 80 80 01", 0, 0, 10, "1"},
+        {"ten octets", "1F 80 80 80 80 80 80 80 80 80 01", -21, 0, 10, ""},
+        {"cut", "1F 81", -2, 0, 2, ""},
+        {"nothing", "", -2, 0, 0, ""},
+    };
+    check(rows, readTag);
 }
 
 TEST(DecodeLength, FormsAndBounds) {
-    for (const Row& row : std::vector<Row>{
-             {"short", "01 00", 0, 0, 1, "1"},
-             {"short beyond the end", "02 00", -5, -5, 1, ""},
-             {"indefinite", "80", 0, 0, 1, "-9999"},
-             {"pattern of the indefinite mark", "84 FF FF D8 F1", 0, 0, 5, "-9999"},
-             {"four octets", "84 00 00 00 01 00", 0, 0, 5, "1"},
-             {"negative", "84 FF FF FF FF", -5, -5, 5, ""},
-             {"five octets", "85 00 00 00 00 01 00", -5, -5, 1, ""},
-             {"cut", "82 01", -2, -2, 2, ""},
-         }) {
-        check(row, readLength);
-    }
+    const Row rows[] = {
+        {"short", "01 00", 0, 0, 1, "1"},
+        {"short beyond the end", "02 00", -5, -5, 1, ""},
+        {"indefinite", "80", 0, 0, 1, "-9999"},
+        {"pattern of the indefinite mark", "84 FF FF D8 F1", 0, 0, 5, "-9999"},
+        {"four octets", "84 00 00 00 01 00", 0, 0, 5, "1"},
+        {"negative", "84 FF FF FF FF", -5, -5, 5, ""},
+        {"five octets", "85 00 00 00 00 01 00", -5, -5, 1, ""},
+        {"cut", "82 01", -2, -2, 2, ""},
+    };
+    check(rows, readLength);
     check({"lax: beyond the end", "82 01 00", 0, 0, 3, "256"}, readLength, ASN1_LAX_LENGTH);
     check({"lax: negative", "84 FF FF FF FF", -5, -5, 5, ""}, readLength, ASN1_LAX_LENGTH);
     check({"lax: largest", "84 7F FF FF FF", 0, 0, 5, "2147483647"}, readLength, ASN1_LAX_LENGTH);
@@ -372,6 +357,9 @@ TEST(Match, SeeksThroughNestingAndSkips) {
     EXPECT_EQ(decoder.position(), 7u) << "a constructed element is entered";
     EXPECT_EQ(xd_match(decoder, 2, &length, XD_SEEK | XD_SKIP | XD_ADVANCE), RTS_OK);
     EXPECT_EQ(decoder.position(), 14u);
+    decoder->buffer.byteIndex = 0;
+    EXPECT_EQ(xd_match(decoder, 2, &length, XD_SEEK | XD_SKIP), RTS_OK);
+    EXPECT_EQ(decoder.position(), 2u) << "skipped, it is entered as well";
 }
 
 TEST(Match, MismatchWithoutSeekComparesTheFormToo) {
@@ -452,6 +440,15 @@ TEST(StepOver, WholeElementsAndIndefiniteOnes) {
     EXPECT_EQ(measure("30 80 30 80 00 00"), RTS_END_OF_BUFFER);
     EXPECT_EQ(measure("30 80 04 7F 00 00"), RTS_END_OF_BUFFER);
     EXPECT_EQ(measure("1F 81 81 81 81"), RTS_END_OF_BUFFER);
+}
+
+TEST(StepOver, CursorNeverComesRoundToTheFront) {
+    test::LiveContext ctxt;
+    ctxt->buffer.byteIndex = 0xFFFFFF00u;
+    asn1rt::stepOver(ctxt, 0xFF);
+    EXPECT_EQ(ctxt->buffer.byteIndex, 0xFFFFFFFFu);
+    asn1rt::stepOver(ctxt, 0x7FFFFFFF);
+    EXPECT_EQ(ctxt->buffer.byteIndex, 0xFFFFFFFFu);
 }
 
 TEST(SavedState, ComesBackWithoutEndReached) {

@@ -29,24 +29,29 @@ TEST_P(EncodeTable, WritesTheseOctets) {
     EXPECT_EQ(encoder.recorded(), RTS_OK);
 }
 
+// A row whose result is the count of its octets.
+Row written(const char* name, std::function<int(ASN1CTXT*)> write, const char* octets) {
+    return {name, std::move(write), static_cast<int>(test::octets(octets).size()), octets};
+}
+
 Row integer(const char* name, std::int32_t value, const char* octets) {
-    const int length = static_cast<int>(test::octets(octets).size());
-    return {name, [value](ASN1CTXT* ctxt) { return xe_integer(ctxt, &value, ASN1EXPL); }, length, octets};
+    return written(
+        name, [value](ASN1CTXT* ctxt) { return xe_integer(ctxt, &value, ASN1EXPL); }, octets);
 }
 
 Row number(const char* name, std::uint32_t value, const char* octets) {
-    const int length = static_cast<int>(test::octets(octets).size());
-    return {name, [value](ASN1CTXT* ctxt) { return xe_unsigned(ctxt, &value, ASN1EXPL); }, length, octets};
+    return written(
+        name, [value](ASN1CTXT* ctxt) { return xe_unsigned(ctxt, &value, ASN1EXPL); }, octets);
 }
 
 Row tag(const char* name, ASN1TAG value, const char* octets) {
-    const int length = static_cast<int>(test::octets(octets).size());
-    return {name, [value](ASN1CTXT* ctxt) { return xe_tag(ctxt, value); }, length, octets};
+    return written(
+        name, [value](ASN1CTXT* ctxt) { return xe_tag(ctxt, value); }, octets);
 }
 
 Row length(const char* name, int value, const char* octets) {
-    const int result = static_cast<int>(test::octets(octets).size());
-    return {name, [value](ASN1CTXT* ctxt) { return xe_len(ctxt, value); }, result, octets};
+    return written(
+        name, [value](ASN1CTXT* ctxt) { return xe_len(ctxt, value); }, octets);
 }
 
 Row identifier(const char* name, std::vector<std::uint32_t> arcs, int result, const char* octets) {
@@ -116,6 +121,12 @@ INSTANTIATE_TEST_SUITE_P(
             RTS_BAD_LENGTH, ""},
         Row{"NullSource", [](ASN1CTXT* c) { return xe_memcpy(c, nullptr, 0); }, RTS_BAD_VALUE, ""},
         Row{"NullInteger", [](ASN1CTXT* c) { return xe_integer(c, nullptr, ASN1EXPL); }, RTS_BAD_VALUE, ""},
+        Row{"IdentifierOfTooManyArcs",
+            [](ASN1CTXT* c) {
+                const ASN1OBJID id{129, {1, 2}};
+                return xe_objid(c, &id, ASN1EXPL);
+            },
+            RTS_BAD_OBJID, ""},
         Row{"NullIdentifier", [](ASN1CTXT* c) { return xe_objid(c, nullptr, ASN1EXPL); }, RTS_BAD_OBJID, ""},
         Row{"FailedContentPasses", [](ASN1CTXT* c) { return xe_tag_len(c, 0x20000010, -5); }, -5, ""},
         Row{"IndefiniteHeader", [](ASN1CTXT* c) { return xe_tag_len(c, 0x20000010, ASN1_INDEFLEN); }, 2,

@@ -76,26 +76,6 @@ TEST(BigInteger, AgreesWithSlowArithmeticOnRandomNumbers) {
     }
 }
 
-TEST(BigInteger, AgreesWithMachineIntegersAroundPowersOfTwo) {
-    for (int bits = 0; bits < 62; ++bits) {
-        for (std::int64_t step = -2; step <= 2; ++step) {
-            for (std::int64_t value : {(std::int64_t{1} << bits) + step, -(std::int64_t{1} << bits) + step}) {
-                const bool negative = value < 0;
-                const std::uint64_t magnitude = static_cast<std::uint64_t>(negative ? -value : value);
-                Number number(std::to_string(value));
-                ASSERT_EQ(number->sign, (value > 0) - (value < 0));
-                std::uint64_t read = 0;
-                for (int i = 0; i < number->numocts; ++i)
-                    read = read << 8 | number->mag[i];
-                ASSERT_EQ(read, magnitude) << value;
-                if (value != 0) {
-                    ASSERT_EQ(number.text(10), std::to_string(value));
-                }
-            }
-        }
-    }
-}
-
 struct TextRow {
     const char* text;
     int radix;

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <memory>
 
 #include "asn1rt/open_type.h"
+#include "support/allocation.h"
 #include "support/contexts.h"
 
 namespace {
@@ -115,28 +115,15 @@ TEST(Copy, NullArgumentsAreZero) {
     EXPECT_EQ(rtCopyOpenTypeExt(ctxt, &list, nullptr), 0);
 }
 
-class CopyWithoutMemory : public ::testing::Test {
-  protected:
-    ~CopyWithoutMemory() override { g_malloc_func = rtDefaultMalloc; }
-
-    static void failAfter(int allocations) {
-        sLeft = allocations;
-        g_malloc_func = [](void*, std::size_t size) -> void* {
-            return sLeft-- > 0 ? std::malloc(size) : nullptr;
-        };
-    }
-
-    static inline int sLeft = 0;
-};
-
-TEST_F(CopyWithoutMemory, TargetsAreEmpty) {
+TEST(CopyWithoutMemory, TargetsAreEmpty) {
     LiveContext ctxt;
     const ASN1TDynBitStr bits{33, kOctets};
     const ASN1TDynOctStr beyondTheHeap{0xFFFFFFFF, kOctets};
     ASN1TDynBitStr bitsCopy{7, kOctets};
     ASN1TDynOctStr octetsCopy{7, kOctets};
     const char* text = "left";
-    failAfter(0);
+    test::CountedAllocations memory;
+    memory.allow(0);
     EXPECT_EQ(rtCopyDynBitStr(ctxt, &bits, &bitsCopy), 0);
     EXPECT_EQ(rtCopyDynOctStr(ctxt, &beyondTheHeap, &octetsCopy), 0);
     EXPECT_EQ(rtCopyCharStr(ctxt, "a", &text), 0);
@@ -145,7 +132,7 @@ TEST_F(CopyWithoutMemory, TargetsAreEmpty) {
     EXPECT_EQ(text, nullptr);
 }
 
-TEST_F(CopyWithoutMemory, OpenTypeListKeepsWhatItGot) {
+TEST(CopyWithoutMemory, OpenTypeListKeepsWhatItGot) {
     Decoder decoder("02 01 05 04 00 30 00");
     _Asn1RTDList list{};
     for (int i = 0; i < 3; ++i)
@@ -153,9 +140,11 @@ TEST_F(CopyWithoutMemory, OpenTypeListKeepsWhatItGot) {
     for (int allocations = 0; allocations <= 6; ++allocations) {
         LiveContext ctxt;
         _Asn1RTDList copy{9, nullptr, nullptr};
-        failAfter(allocations);
-        EXPECT_EQ(rtCopyOpenTypeExt(ctxt, &list, &copy), allocations == 6);
-        g_malloc_func = rtDefaultMalloc;
+        {
+            test::CountedAllocations memory;
+            memory.allow(allocations);
+            EXPECT_EQ(rtCopyOpenTypeExt(ctxt, &list, &copy), allocations == 6);
+        }
         EXPECT_EQ(copy.count, static_cast<std::uint32_t>(allocations / 2));
         test::Encoder encoder;
         EXPECT_GE(xe_OpenTypeExt(encoder, &copy), 0);

@@ -6,33 +6,13 @@
 #include <cstring>
 
 #include "asn1rt/context.h"
-#include "support/contexts.h"
+#include "support/allocation.h"
 
 namespace {
 
-int allocations = 0;
-int releases = 0;
-
-void* countingMalloc(void*, std::size_t size) {
-    ++allocations;
-    return std::malloc(size);
-}
-void countingFree(void*, void* pointer) {
-    ++releases;
-    std::free(pointer);
-}
-
 class HeapTest : public ::testing::Test {
   protected:
-    HeapTest() {
-        allocations = releases = 0;
-        g_malloc_func = countingMalloc;
-        g_free_func = countingFree;
-    }
-    ~HeapTest() override {
-        g_malloc_func = rtDefaultMalloc;
-        g_free_func = rtDefaultFree;
-    }
+    test::CountedAllocations memory;
 };
 
 TEST_F(HeapTest, EachAllocationIsOneAlignedBlockThatGoesWithTheHeap) {
@@ -47,17 +27,17 @@ TEST_F(HeapTest, EachAllocationIsOneAlignedBlockThatGoesWithTheHeap) {
         EXPECT_EQ(reinterpret_cast<std::uintptr_t>(pointer) % 16, 0u);
         EXPECT_EQ(static_cast<std::int64_t*>(pointer)[-1], size);
     }
-    EXPECT_EQ(allocations, 1 + 2 + 33);
+    EXPECT_EQ(memory.made(), 1 + 2 + 33);
     rtMemHeapRelease(&heap);
     EXPECT_EQ(heap, nullptr);
-    EXPECT_EQ(releases, allocations);
+    EXPECT_EQ(memory.freed(), memory.made());
 }
 
 TEST_F(HeapTest, SizesOutOfRangeAreRefusedWithoutAskingTheAllocator) {
     rtMemHeap* heap = nullptr;
     rtMemHeapCreate(&heap, nullptr);
     void* block = rtMemHeapAlloc(&heap, 8);
-    const int before = allocations;
+    const int before = memory.made();
     for (std::int32_t size : {0x7FFFFFD0, 0x7FFFFFFF, -1, INT32_MIN}) {
         EXPECT_EQ(rtMemHeapAlloc(&heap, size), nullptr);
         EXPECT_EQ(rtMemHeapAllocZ(&heap, size), nullptr);
@@ -65,7 +45,7 @@ TEST_F(HeapTest, SizesOutOfRangeAreRefusedWithoutAskingTheAllocator) {
         EXPECT_EQ(rtMemHeapRealloc(&heap, nullptr, size), nullptr);
     }
     EXPECT_EQ(rtMemHeapAlloc(nullptr, 8), nullptr);
-    EXPECT_EQ(allocations, before);
+    EXPECT_EQ(memory.made(), before);
     EXPECT_EQ(static_cast<std::int64_t*>(block)[-1], 8);
     rtMemHeapRelease(&heap);
 }
@@ -77,19 +57,19 @@ TEST_F(HeapTest, ShrinkStaysAndGrowthMovesTheBytes) {
     rtMemHeapCreate(&heap, nullptr);
     auto* block = static_cast<char*>(rtMemHeapRealloc(&heap, nullptr, 8));
     std::memcpy(block, "12345678", 8);
-    const int before = allocations;
+    const int before = memory.made();
     EXPECT_EQ(rtMemHeapRealloc(&heap, block, 3), block);
     EXPECT_EQ(rtMemHeapRealloc(&heap, block, 0), block);
     EXPECT_EQ(rtMemHeapRealloc(&heap, block, 0), block);
-    EXPECT_EQ(allocations, before);
+    EXPECT_EQ(memory.made(), before);
     auto* other = static_cast<char*>(rtMemHeapAlloc(&heap, 3));
     std::memcpy(other, "abc", 3);
     auto* grown = static_cast<char*>(rtMemHeapRealloc(&heap, other, 100));
     EXPECT_NE(grown, other);
     EXPECT_EQ(std::memcmp(grown, "abc", 3), 0);
-    EXPECT_EQ(releases, 1);
+    EXPECT_EQ(memory.freed(), 1);
     rtMemHeapRelease(&heap);
-    EXPECT_EQ(releases, allocations);
+    EXPECT_EQ(memory.freed(), memory.made());
 }
 
 TEST_F(HeapTest, FreeingUnlinksFromFrontMiddleAndEnd) {
@@ -104,7 +84,7 @@ TEST_F(HeapTest, FreeingUnlinksFromFrontMiddleAndEnd) {
     rtMemHeapFreePtr(&heap, nullptr);
     rtMemHeapFreePtr(nullptr, nullptr);
     rtMemHeapRelease(&heap);
-    EXPECT_EQ(releases, allocations);
+    EXPECT_EQ(memory.freed(), memory.made());
 }
 
 TEST_F(HeapTest, BlockIsUnlinkedFromItsOwnHeapWhateverTheHandle) {
@@ -119,7 +99,7 @@ TEST_F(HeapTest, BlockIsUnlinkedFromItsOwnHeapWhateverTheHandle) {
     EXPECT_EQ(own->blockList, nullptr);
     rtMemHeapRelease(&own);
     rtMemHeapRelease(&foreign);
-    EXPECT_EQ(releases, allocations);
+    EXPECT_EQ(memory.freed(), memory.made());
 }
 
 TEST_F(HeapTest, OnlyTheLastReferenceReleases) {
@@ -128,10 +108,10 @@ TEST_F(HeapTest, OnlyTheLastReferenceReleases) {
     rtMemHeapAddRef(&heap);
     rtMemHeap* other = heap;
     rtMemHeapRelease(&heap);
-    EXPECT_EQ(releases, 0);
+    EXPECT_EQ(memory.freed(), 0);
     EXPECT_EQ(heap, other);
     rtMemHeapRelease(&other);
-    EXPECT_EQ(releases, 1);
+    EXPECT_EQ(memory.freed(), 1);
 }
 
 TEST_F(HeapTest, ContextOwnsOneHeapUnderTwoHandles) {
@@ -148,7 +128,7 @@ TEST_F(HeapTest, ContextOwnsOneHeapUnderTwoHandles) {
     EXPECT_EQ(ctxt.typeMemHeap, nullptr);
     EXPECT_EQ(ctxt.buffer.data, nullptr);
     rtFreeContext(&ctxt);
-    EXPECT_EQ(releases, allocations);
+    EXPECT_EQ(memory.freed(), memory.made());
     unsigned char buffer[4];
     EXPECT_EQ(rtInitContextBuffer(&ctxt, buffer, 4), RTS_NOT_INITIALISED);
     EXPECT_EQ(rtCtxtSetFlag(&ctxt, ASN1_NO_COPY), RTS_NOT_INITIALISED);
@@ -168,7 +148,7 @@ TEST_F(HeapTest, ValuesOutliveTheirContextOnASharedHeap) {
     ASSERT_NE(value, nullptr);
     std::memcpy(value, "abc", 4);
     rtFreeContext(&first);
-    EXPECT_EQ(releases, allocations);
+    EXPECT_EQ(memory.freed(), memory.made());
 }
 
 TEST_F(HeapTest, KeptBufferGoesWithTheHeap) {
@@ -184,7 +164,7 @@ TEST_F(HeapTest, KeptBufferGoesWithTheHeap) {
     kept[0] = 1;
     rtMemHeapFreePtr(&holder.msgMemHeap, kept);
     rtFreeContext(&holder);
-    EXPECT_EQ(releases, allocations);
+    EXPECT_EQ(memory.freed(), memory.made());
 }
 
 TEST(ErrorRecord, KeepsTheFirstFailureAndReturnsTheLatest) {

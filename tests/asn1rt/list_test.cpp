@@ -2,42 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <vector>
 
 #include "asn1rt/slist.h"
-#include "asn1rt/value_types.h"
+#include "support/allocation.h"
 #include "support/contexts.h"
 
 namespace {
-
-int blocks = 0;            // alive
-int blocksUntilNone = -1;  // negative: memory never ends
-
-void* countingMalloc(void*, std::size_t size) {
-    if (blocksUntilNone == 0) return nullptr;
-    if (blocksUntilNone > 0) --blocksUntilNone;
-    ++blocks;
-    return std::malloc(size);
-}
-
-void countingFree(void*, void* pointer) {
-    --blocks;
-    std::free(pointer);
-}
-
-struct CountingHooks {
-    CountingHooks() {
-        blocks = 0;
-        blocksUntilNone = -1;
-        g_malloc_func = countingMalloc;
-        g_free_func = countingFree;
-    }
-    ~CountingHooks() {
-        g_malloc_func = rtDefaultMalloc;
-        g_free_func = rtDefaultFree;
-    }
-};
 
 struct NodeWithValue {
     _Asn1RTDListNode node;
@@ -78,7 +49,7 @@ class ListTest : public ::testing::Test {
     }
 
     using Ints = std::vector<int>;
-    CountingHooks hooks;  // lives longer than the context
+    test::CountedAllocations memory;  // lives longer than the context
     test::LiveContext ctxt;
     _Asn1RTDList list;
     int values[5] = {0, 1, 2, 3, 4};
@@ -128,7 +99,7 @@ TEST_F(ListTest, SearchComparesPointersAndTakesTheFirst) {
 
 TEST_F(ListTest, RemoveUnlinksWithoutFreeing) {
     append({0, 1, 2});
-    const int before = blocks;
+    const int before = memory.alive();
     _Asn1RTDListNode* middle = list.head->next;
     rtDListRemove(&list, middle);
     EXPECT_EQ(content(), (Ints{0, 2}));
@@ -136,43 +107,30 @@ TEST_F(ListTest, RemoveUnlinksWithoutFreeing) {
     EXPECT_EQ(content(), (Ints{2}));
     rtDListRemove(&list, list.head);
     EXPECT_EQ(content(), Ints{});
-    EXPECT_EQ(blocks, before);
+    EXPECT_EQ(memory.alive(), before);
     EXPECT_EQ(middle->data, &values[1]);
 }
 
 TEST_F(ListTest, FreeNodesKeepsEveryValue) {
-    const int before = blocks;
+    const int before = memory.alive();
     int* value = allocated(7);
     rtDListAppend(ctxt, &list, value);
     appendWithValue(8);
     auto* behindNode = static_cast<int*>(list.tail->data);
     rtDListFreeNodes(ctxt, &list);
     EXPECT_EQ(content(), Ints{});
-    EXPECT_EQ(blocks, before + 2);
+    EXPECT_EQ(memory.alive(), before + 2);
     EXPECT_EQ(*value + *behindNode, 15);
 }
 
 TEST_F(ListTest, FreeAllFreesEachBlockOnce) {
-    const int before = blocks;
+    const int before = memory.alive();
     rtDListAppend(ctxt, &list, allocated(7));
     appendWithValue(8);
     rtDListAppend(ctxt, &list, nullptr);
     rtDListFreeAll(ctxt, &list);
     EXPECT_EQ(content(), Ints{});
-    EXPECT_EQ(blocks, before);
-}
-
-TEST_F(ListTest, OpenTypesGoWithTheirOctets) {
-    const int before = blocks;
-    struct {
-        _Asn1RTDListNode node;
-        ASN1OpenType value;
-    } * both;
-    both = static_cast<decltype(both)>(rtMemHeapAlloc(&ctxt->typeMemHeap, sizeof(*both)));
-    both->value = {4, static_cast<unsigned char*>(rtMemHeapAllocZ(&ctxt->typeMemHeap, 4))};
-    rtDListAppendNode(ctxt, &list, &both->value);
-    rtMemFreeOpenSeqExt(ctxt, &list);
-    EXPECT_EQ(blocks, before);
+    EXPECT_EQ(memory.alive(), before);
 }
 
 TEST_F(ListTest, ArraysAreTakenByElementAndCopiedByOctet) {
@@ -218,7 +176,7 @@ TEST_F(ListTest, ArrayThatCannotBeHadChangesNothing) {
     void* array = values;
     std::uint32_t capacity = 1;
     EXPECT_EQ(rtDListToArray(ctxt, &list, &array, &capacity, 0x55555556), 0u);  // 3 times this is 0x100000002
-    blocksUntilNone = 0;
+    memory.allow(0);
     EXPECT_EQ(rtDListToArray(ctxt, &list, &array, &capacity, sizeof(int)), 0u);
     EXPECT_EQ(array, values);
     EXPECT_EQ(capacity, 1u);
@@ -226,23 +184,23 @@ TEST_F(ListTest, ArrayThatCannotBeHadChangesNothing) {
 
 TEST_F(ListTest, FailedMemoryLeavesTheListWhole) {
     append({0, 1});
-    blocksUntilNone = 0;
+    memory.allow(0);
     EXPECT_EQ(rtDListAppend(ctxt, &list, &values[2]), nullptr);
     EXPECT_EQ(rtDListInsert(ctxt, &list, 1, &values[2]), nullptr);
     EXPECT_EQ(content(), (Ints{0, 1}));
-    blocksUntilNone = 1;
+    memory.allow(1);
     rtDListAppendArray(ctxt, &list, values, 5, sizeof(int));
     EXPECT_EQ(content(), (Ints{0, 1, 0}));
-    const int before = blocks;
-    blocksUntilNone = 1;  // for the copy, not for its node
+    const int before = memory.alive();
+    memory.allow(1);  // for the copy, not for its node
     rtDListAppendArrayCopy(ctxt, &list, values, sizeof(int), sizeof(int));
     EXPECT_EQ(content(), (Ints{0, 1, 0}));
-    EXPECT_EQ(blocks, before);
+    EXPECT_EQ(memory.alive(), before);
 }
 
 TEST_F(ListTest, SinglyLinkedNodesComeFromTheOwnerOrTheLibrary) {
     for (ASN1CTXT* owner : {static_cast<ASN1CTXT*>(ctxt), static_cast<ASN1CTXT*>(nullptr)}) {
-        const int before = blocks;
+        const int before = memory.alive();
         rtSList nodes;
         rtSListInitEx(owner, &nodes);
         rtSListNode* first = rtSListAppend(&nodes, &values[0]);
@@ -252,9 +210,9 @@ TEST_F(ListTest, SinglyLinkedNodesComeFromTheOwnerOrTheLibrary) {
         EXPECT_EQ(nodes.tail, second);
         EXPECT_EQ(second->next, nullptr);
         EXPECT_EQ(nodes.count, 2u);
-        EXPECT_EQ(blocks, owner ? before + 2 : before);
+        EXPECT_EQ(memory.alive(), owner ? before + 2 : before);
         rtSListFree(&nodes);
-        EXPECT_EQ(blocks, before);
+        EXPECT_EQ(memory.alive(), before);
         EXPECT_EQ(nodes.count, 0u);
         EXPECT_EQ(nodes.head, nullptr);
         EXPECT_EQ(nodes.owner, nullptr);

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "asn1rt/control.h"
+#include "support/allocation.h"
 #include "support/octets.h"
 
 namespace {
@@ -190,14 +191,12 @@ TEST(SharedContext, LivesAsLongAsAReference) {
 }
 
 TEST(SharedContext, FailedMemoryIsAnExceptionAndNoLeak) {
-    static int left;
-    g_malloc_func = [](void*, std::size_t size) { return left-- > 0 ? std::malloc(size) : nullptr; };
-    for (left = 0; left < 2;) {
-        const int given = left;
-        EXPECT_EQ(statusOf([] { ASN1BEREncodeBuffer buffer; }), RTS_NO_MEMORY) << given;
-        left = given + 1;
+    for (int allowed : {0, 1}) {
+        test::CountedAllocations memory;
+        memory.allow(allowed);
+        EXPECT_EQ(statusOf([] { ASN1BEREncodeBuffer buffer; }), RTS_NO_MEMORY) << allowed;
+        EXPECT_EQ(memory.alive(), 0);
     }
-    g_malloc_func = rtDefaultMalloc;
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "asn1rt/character_class.h"
+#include "support/allocation.h"
 #include "support/contexts.h"
 
 namespace {
@@ -206,11 +207,11 @@ TEST_F(UcsText, RestrictionDropsCharacters) {
 
 TEST_F(UcsText, FailedMemoryLeavesAnEmptyRecord) {
     ucs = {7, nullptr};
-    g_malloc_func = [](void*, std::size_t) -> void* { return nullptr; };
+    test::CountedAllocations memory;
+    memory.allow(0);
     EXPECT_EQ(rtCToUCSString(ctxt, "abc", &ucs, nullptr), nullptr);
     EXPECT_EQ(rtWCSToUCSString(ctxt, L"abc", &ucs, nullptr), nullptr);
     EXPECT_EQ(rtUTF8Strdup(ctxt, "abc"), nullptr);
-    g_malloc_func = rtDefaultMalloc;
     EXPECT_EQ(ucs.nchars, 0u);
 }
 

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 #include <random>
+#include <span>
 #include <string>
 
 #include "asn1rt/generalized_time.h"
@@ -55,6 +56,20 @@ struct Reading {
     const char* strict;  // by the class, distinguished form
 };
 
+template <typename Object, typename Parse>
+void expectReadings(std::span<const Reading> rows, Parse parse) {
+    for (const Reading& row : rows) {
+        SCOPED_TRACE(row.text ? row.text : "null");
+        LiveContext context;
+        rtTimeRecord time;
+        const int status = parse(context, row.text, &time);
+        EXPECT_EQ(describe(status, time), row.plain);
+        EXPECT_EQ(context.recorded(), status);
+        EXPECT_EQ(describeObject<Object>(row.text, false), row.object);
+        EXPECT_EQ(describeObject<Object>(row.text, true), row.strict);
+    }
+}
+
 const Reading generalizedReadings[] = {
     {"20240229120000Z", "2024-2-29 12:0:0. +0:0 Z", "2024-2-29 12:0:0.0 +0:0 Z", "2024-2-29 12:0:0.0 +0:0 Z"},
     {"20230229120000Z", "-31", "-31", "-31"},
@@ -100,16 +115,7 @@ const Reading generalizedReadings[] = {
 };
 
 TEST(GeneralizedTimeText, IsReadOrRefused) {
-    for (const Reading& row : generalizedReadings) {
-        SCOPED_TRACE(row.text ? row.text : "null");
-        LiveContext context;
-        rtTimeRecord time;
-        const int status = rtParseGeneralizedTime(context, row.text, &time);
-        EXPECT_EQ(describe(status, time), row.plain);
-        EXPECT_EQ(context.recorded(), status);
-        EXPECT_EQ(describeObject<ASN1CGeneralizedTime>(row.text, false), row.object);
-        EXPECT_EQ(describeObject<ASN1CGeneralizedTime>(row.text, true), row.strict);
-    }
+    expectReadings<ASN1CGeneralizedTime>(generalizedReadings, rtParseGeneralizedTime);
 }
 
 const Reading utcReadings[] = {
@@ -137,16 +143,7 @@ const Reading utcReadings[] = {
 };
 
 TEST(UtcTimeText, IsReadOrRefused) {
-    for (const Reading& row : utcReadings) {
-        SCOPED_TRACE(row.text ? row.text : "null");
-        LiveContext context;
-        rtTimeRecord time;
-        const int status = rtParseUTCTime(context, row.text, &time);
-        EXPECT_EQ(describe(status, time), row.plain);
-        EXPECT_EQ(context.recorded(), status);
-        EXPECT_EQ(describeObject<ASN1CUTCTime>(row.text, false), row.object);
-        EXPECT_EQ(describeObject<ASN1CUTCTime>(row.text, true), row.strict);
-    }
+    expectReadings<ASN1CUTCTime>(utcReadings, rtParseUTCTime);
 }
 
 // The date takes numbers exactly as the C library's scanf does, signs and blanks included.

@@ -427,6 +427,7 @@ TEST(TimeControl, DecodedTextIsParsedAnewAndNotWrittenOver) {
     TimeControl control(decoder, text, sizeof buffer, false);
     EXPECT_EQ(control.getYear(), 2024);
     EXPECT_EQ(control.Decode(), RTS_OK);
+    EXPECT_STREQ(control.getTimeStringPtr(), "2025070112Z");
     EXPECT_EQ(control.getYear(), 2025);
     EXPECT_EQ(control.setFraction(INT_MAX), RTS_OK);
     EXPECT_STREQ(text, "20250701120000.2147483647Z");

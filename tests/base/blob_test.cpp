@@ -7,25 +7,13 @@
 #include <vector>
 
 #include "base/lists.h"
-#include "support/octets.h"
+#include "support/blobs.h"
 
 using Mirvane::CBlob;
-
-namespace {
-
-CBlob blob(std::string_view hex) {
-    const test::Octets bytes = test::octets(hex);
-    return CBlob(bytes.data(), bytes.size());
-}
-
-std::string shown(const CBlob& value) {
-    return test::text(value.pbData(), value.cbData());
-}
-
-}  // namespace
+using test::blob;
 
 TEST(Blob, LengthConstructorMakesZeroBytesAndIsNeverImplicit) {
-    EXPECT_EQ(shown(CBlob(5)), "00 00 00 00 00");
+    EXPECT_EQ(test::text(CBlob(5)), "00 00 00 00 00");
     EXPECT_EQ(CBlob(0).cbData(), 0u);
     EXPECT_NE(CBlob(0).pbData(), nullptr);
     EXPECT_FALSE((std::is_convertible_v<unsigned long, CBlob>));
@@ -50,26 +38,26 @@ TEST(Blob, CopiesShareNothing) {
     CBlob assigned;
     assigned = first;
     first.pbData()[0] = 9;
-    EXPECT_EQ(shown(copy), "01 02");
-    EXPECT_EQ(shown(assigned), "01 02");
+    EXPECT_EQ(test::text(copy), "01 02");
+    EXPECT_EQ(test::text(assigned), "01 02");
 }
 
 TEST(Blob, OwnBytesMayBeAssigned) {
     CBlob value = blob("01 02 03 04");
     value.assign(value.pbData() + 1, 2);
-    EXPECT_EQ(shown(value), "02 03");
+    EXPECT_EQ(test::text(value), "02 03");
     const CBlob& itself = value;
     value = itself;
-    EXPECT_EQ(shown(value), "02 03");
+    EXPECT_EQ(test::text(value), "02 03");
 }
 
 TEST(Blob, MovedFromBlobIsEmptyAndUsable) {
     CBlob source = blob("01 02");
     CBlob target = std::move(source);
-    EXPECT_EQ(shown(target), "01 02");
+    EXPECT_EQ(test::text(target), "01 02");
     EXPECT_EQ(source.cbData(), 0u);
     source += target;
-    EXPECT_EQ(shown(source), "01 02");
+    EXPECT_EQ(test::text(source), "01 02");
 }
 
 TEST(Blob, ShrinkingKeepsTheArrayAndGrowingKeepsTheBytes) {
@@ -77,7 +65,7 @@ TEST(Blob, ShrinkingKeepsTheArrayAndGrowingKeepsTheBytes) {
     const unsigned char* array = value.pbData();
     value.resize_to(2);
     EXPECT_EQ(value.pbData(), array);
-    EXPECT_EQ(shown(value), "01 02");
+    EXPECT_EQ(test::text(value), "01 02");
     value.resize_to(4);
     EXPECT_EQ(value.cbData(), 4u);
     EXPECT_EQ(test::text(value.pbData(), 2), "01 02");
@@ -91,9 +79,9 @@ TEST(Blob, AppendingJoinsBytes) {
     value += blob("01 02");
     value += CBlob();
     value += blob("03");
-    EXPECT_EQ(shown(value), "01 02 03");
+    EXPECT_EQ(test::text(value), "01 02 03");
     value += value;
-    EXPECT_EQ(shown(value), "01 02 03 01 02 03");
+    EXPECT_EQ(test::text(value), "01 02 03 01 02 03");
 }
 
 TEST(Blob, ReversingTurnsTheOrderRound) {
@@ -102,7 +90,7 @@ TEST(Blob, ReversingTurnsTheOrderRound) {
     for (const auto& [before, after] : rows) {
         CBlob value = blob(before);
         value.reverse();
-        EXPECT_EQ(shown(value), after);
+        EXPECT_EQ(test::text(value), after);
     }
 }
 
@@ -146,10 +134,10 @@ TEST(Blob, HexadecimalTextIsReadUpToWhatDoesNotFit) {
     for (const Row& row : rows) {
         CBlob fromNothing;
         fromNothing.readFromHexString(row.text);
-        EXPECT_EQ(shown(fromNothing), row.bytes) << row.text;
+        EXPECT_EQ(test::text(fromNothing), row.bytes) << row.text;
         CBlob fromMore(64);
         fromMore.readFromHexString(row.text);
-        EXPECT_EQ(shown(fromMore), row.bytes) << row.text;
+        EXPECT_EQ(test::text(fromMore), row.bytes) << row.text;
     }
     CBlob value = blob("01");
     value.readFromHexString(nullptr);
@@ -182,6 +170,6 @@ TEST(BlobList, CopiesEveryElementInOrder) {
     list.front().pbData()[0] = 9;
     list.pop_back();
     ASSERT_EQ(copy.size(), 2u);
-    EXPECT_EQ(shown(copy.front()), "01");
-    EXPECT_EQ(shown(copy.back()), "02 03");
+    EXPECT_EQ(test::text(copy.front()), "01");
+    EXPECT_EQ(test::text(copy.back()), "02 03");
 }

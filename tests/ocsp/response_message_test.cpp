@@ -7,10 +7,12 @@
 #include <random>
 #include <thread>
 
-#include "asn1data/response_envelope.h"
+#include "asn1data/ocsp.h"
 #include "base/exception.h"
+#include "support/allocation.h"
+#include "support/blobs.h"
 #include "support/contexts.h"
-#include "support/octets.h"
+#include "support/failures.h"
 #include "support/vectors.h"
 
 namespace Mirvane::PKI::OCSP {
@@ -21,23 +23,13 @@ constexpr char kOwnType[] = "1.3.6.1.4.1.99999.1";
 constexpr char kOwnResponse[] =
     "30 19 0A 01 00 A0 14 30 12 06 08 2B 06 01 04 01 86 8D 1F 04 06 30 04 02 02 01 2C";
 
-CBlob blob(std::string_view hex) {
-    const test::Octets octets = test::octets(hex);
-    return CBlob(octets.data(), octets.size());
-}
+using test::blob;
+using test::text;
+using test::thrownCode;
 
-std::string text(CBlob const& bytes) {
-    return test::text(bytes.pbData(), bytes.cbData());
-}
-
-ATL::HRESULT codeOf(std::function<void()> const& action) {
-    try {
-        action();
-    } catch (ATL::CAtlException const& failure) {
-        return failure.m_hr;
-    }
-    return 0;
-}
+constexpr unsigned kInvalidArgument = 0x80070057;
+constexpr unsigned kAsn1 = 0x80093101;
+constexpr unsigned kContextMemory = 0x80093106;
 
 TEST(ResponseMessage, NobodyFilledItInSaysInternalError) {
     CResponseMessage message;
@@ -86,8 +78,8 @@ TEST(ResponseMessage, ReadsIndefiniteForms) {
 TEST(ResponseMessage, PutResponseTakesBothOrNeither) {
     CResponseMessage message;
     const CBlob empty;
-    EXPECT_EQ(codeOf([&] { message.put_response("1.2.3", nullptr); }), failure::invalidArgument);
-    EXPECT_EQ(codeOf([&] { message.put_response(nullptr, &empty); }), failure::invalidArgument);
+    EXPECT_EQ(thrownCode([&] { message.put_response("1.2.3", nullptr); }), kInvalidArgument);
+    EXPECT_EQ(thrownCode([&] { message.put_response(nullptr, &empty); }), kInvalidArgument);
     EXPECT_EQ(message.get_response(), nullptr);
     message.put_response("1.2.3", &empty);
     EXPECT_EQ(text(message.encode()), "30 0D 0A 01 02 A0 08 30 06 06 02 2A 03 04 00");
@@ -103,30 +95,30 @@ TEST(ResponseMessage, WhatDoesNotEncodeThrowsAndChangesNothing) {
     const CBlob bytes = blob("01");
     for (const char* type : {"", "1.2.", "abc", "1.2.x"}) {
         message.put_response(type, &bytes);
-        EXPECT_EQ(codeOf([&] { message.encode(); }), failure::invalidArgument) << type;
+        EXPECT_EQ(thrownCode([&] { message.encode(); }), kInvalidArgument) << type;
         EXPECT_STREQ(message.get_responseType(), type);
     }
     for (const char* type : {"1", "3.1", "1.40"}) {
         message.put_response(type, &bytes);
-        EXPECT_EQ(codeOf([&] { message.encode(); }), failure::asn1) << type;
+        EXPECT_EQ(thrownCode([&] { message.encode(); }), kAsn1) << type;
     }
     message.put_response(nullptr, nullptr);
     for (std::uint32_t status : {9u, 127u, 0xFFFFFFFFu}) {
         message.put_responseStatus(static_cast<ResponseStatus>(status));
-        EXPECT_EQ(codeOf([&] { message.encode(); }), failure::asn1) << status;
+        EXPECT_EQ(thrownCode([&] { message.encode(); }), kAsn1) << status;
     }
 }
 
 TEST(ResponseMessage, WhatDoesNotDecodeThrowsAndChangesNothing) {
     CResponseMessage message;
     message.decode(blob(kOwnResponse));
-    EXPECT_EQ(codeOf([&] { message.decode(CBlob()); }), failure::invalidArgument);
+    EXPECT_EQ(thrownCode([&] { message.decode(CBlob()); }), kInvalidArgument);
     for (const char* octets :
          {"30", "30 00", "30 80", "31 03 0A 01 00", "30 03 02 01 00", "30 03 0A 01 09", "30 03 0A 01 FF",
           "30 05 0A 01 00 05 00", "30 05 0A 01 00 A0 00", "30 07 0A 01 00 A0 02 30 00",
           "30 0B 0A 01 00 A0 06 30 04 06 02 2A 03", "30 0F 0A 01 00 A0 0A 30 08 06 02 2A 03 04 00 05 00",
           "30 0D 0A 01 00 A0 08 30 06 06 02 2A 03 04 01", "30 04 0A 01 00"}) {
-        EXPECT_EQ(codeOf([&] { message.decode(blob(octets)); }), failure::asn1) << octets;
+        EXPECT_EQ(thrownCode([&] { message.decode(blob(octets)); }), kAsn1) << octets;
         EXPECT_EQ(text(message.encode()), kOwnResponse) << octets;
     }
 }
@@ -162,31 +154,18 @@ TEST(ResponseRecord, IsCopiedWithItsOctets) {
     EXPECT_EQ(text(read.encode()), kOwnResponse);
 }
 
-int allocationsLeft = 0;
-bool allocationFailed = false;
-
-void* failingMalloc(void*, std::size_t size) {
-    if (allocationsLeft-- > 0) return std::malloc(size);
-    allocationFailed = true;
-    return nullptr;
-}
-
 // Runs `action` with its first, second, ... context allocation failing until it needs no more of them.
 void sweep(std::function<void()> const& action) {
-    g_malloc_func = failingMalloc;
-    for (int round = 0;; ++round) {
-        allocationsLeft = round;
-        allocationFailed = false;
-        const ATL::HRESULT code = codeOf(action);
-        if (!allocationFailed) {
-            EXPECT_EQ(code, 0);
-            EXPECT_GE(round, 2);
-            break;
+    for (int index = 0;; ++index) {
+        test::FailingAllocation failing(index);
+        const unsigned code = thrownCode(action);
+        if (!failing.happened()) {
+            EXPECT_EQ(code, 0u);
+            EXPECT_GE(index, 2);
+            return;
         }
-        EXPECT_TRUE(code == failure::asn1 || code == failure::contextMemory)
-            << round << ": " << std::hex << code;
+        EXPECT_TRUE(code == kAsn1 || code == kContextMemory) << index << ": " << std::hex << code;
     }
-    g_malloc_func = rtDefaultMalloc;
 }
 
 TEST(ResponseMessage, EveryFailedAllocationIsAStatedFailure) {
@@ -227,13 +206,13 @@ TEST(ResponseMessage, ThreadsDoNotMeet) {
 
 void expectStated(test::Octets const& octets) {
     CResponseMessage message;
-    const ATL::HRESULT code = codeOf([&] { message.decode(CBlob(octets.data(), octets.size())); });
+    const unsigned code = thrownCode([&] { message.decode(CBlob(octets.data(), octets.size())); });
     if (code == 0) {
         CResponseMessage again;
         again.decode(message.encode());
         EXPECT_EQ(again.get_responseStatus(), message.get_responseStatus());
     } else {
-        EXPECT_EQ(code, failure::asn1);
+        EXPECT_EQ(code, kAsn1);
     }
 }
 
@@ -258,20 +237,22 @@ TEST(ResponseMessage, DamageGivesAStatedFailureOrAMessage) {
     }
 }
 
+// The response octets stay as they came, so even answers that are not DER inside come back whole.
 TEST(ResponseMessage, RealResponsesComeBackToTheirOwnBytes) {
     const auto files = test::vectorFiles("ocsp-responses");
     if (files.empty()) GTEST_SKIP() << "no real messages here";
-    int same = 0;
     for (auto const& path : files) {
         const test::Octets octets = test::readFile(path);
+        const CBlob received(octets.data(), octets.size());
         CResponseMessage message;
-        if (codeOf([&] { message.decode(CBlob(octets.data(), octets.size())); }) != 0) {
-            ADD_FAILURE() << path << " does not decode";
-            continue;
+        const ATL::HRESULT code = test::thrownCode([&] { message.decode(received); });
+        // One holds an empty list of extensions, which the basic response inside may not.
+        const bool refused = path.filename() == "bcjava-OCSPTest-b64_4.ors.der";
+        EXPECT_EQ(code, refused ? failure::asn1 : 0) << path;
+        if (!refused) {
+            EXPECT_TRUE(message.encode() == received) << path;
         }
-        same += message.encode() == CBlob(octets.data(), octets.size());
     }
-    EXPECT_EQ(same, static_cast<int>(files.size()));
 }
 
 }  // namespace

@@ -1,0 +1,550 @@
+// The decoder: one pass over the octets, guided by descriptors.
+#include <cstring>
+
+#include "asn1data/constraint.h"
+#include "asn1data/engine.h"
+#include "asn1data/record_access.h"
+#include "asn1rt/allocate.h"
+#include "asn1rt/ber_decode.h"
+#include "asn1rt/big_integer_codec.h"
+#include "asn1rt/bit_string.h"
+#include "asn1rt/char_string.h"
+#include "asn1rt/cursor.h"
+#include "asn1rt/open_type.h"
+#include "asn1rt/small_integer.h"
+#include "asn1rt/universal_tags.h"
+
+namespace asn1data {
+namespace {
+
+// Where the content of a constructed value began, and its length or ASN1_INDEFLEN.
+struct Content {
+    std::uint32_t start;
+    int length;
+};
+
+// The one-octet identifier of a tag, without its constructed bit.
+unsigned char identifierOf(ASN1TAG tag) {
+    return static_cast<unsigned char>((tag & TM_CLASS) >> 24 | (tag & 0x1F));
+}
+
+bool readsOwnEndOfContents(Kind kind) {
+    return kind != Kind::Sequence && kind != Kind::Set && kind != Kind::List && kind != Kind::Array;
+}
+
+bool isConstructedKind(Kind kind) {
+    return kind == Kind::Sequence || kind == Kind::Set || kind == Kind::List || kind == Kind::Array ||
+           kind == Kind::Choice;
+}
+
+class Decoder {
+  public:
+    explicit Decoder(ASN1CTXT* ctxt) : mContext(ctxt) {}
+
+    int decode(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length, const Place& place);
+    int resolve(const TypeDescriptor& type, void* record);
+
+  private:
+    int decodeValue(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length);
+    int decodeConstructed(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length);
+    int decodeSequence(const TypeDescriptor& type, void* record, const Content& content);
+    int decodeSet(const TypeDescriptor& type, void* record, const Content& content);
+    int decodeChoice(const TypeDescriptor& type, void* record, ASN1TagType tagging);
+    int decodeList(const TypeDescriptor& type, void* record, const Content& content);
+    int decodeArray(const TypeDescriptor& type, void* record, const Content& content);
+    int decodeElements(const TypeDescriptor& type, void* elements, std::uint32_t slots,
+                       const Content& content, std::uint32_t* count);
+    int decodeTagged(const TypeDescriptor& parent, const FieldDescriptor& field, void* value, int length,
+                     const Place& place);
+    int decodeRequired(const TypeDescriptor& parent, const FieldDescriptor& field, void* record);
+    int decodeOptional(const TypeDescriptor& parent, const FieldDescriptor& field, void* record,
+                       bool* present);
+    int decodeAlternative(const TypeDescriptor& choice, const FieldDescriptor& field, void* record,
+                          std::uint32_t start, int length);
+    int decodeEnumerated(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length);
+    int decodeInlineString(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length);
+    int decodeOpenType(void* value);
+    int decodeRawContent(void* value, int length);
+    int resolveObject(const ObjectEntry& entry, Asn1TObject& object);
+
+    bool hasEnded(const Content& content) const;
+    bool fits(const TypeDescriptor& type) const;
+    int fail(int status) { return asn1rt::record(mContext, status); }
+
+    ASN1CTXT* mContext;
+    int mLevel = 0;
+};
+
+bool Decoder::hasEnded(const Content& content) const {
+    if (content.length == ASN1_INDEFLEN) {
+        return asn1rt::room(mContext) < 2 || asn1rt::atEndOfContents(mContext);
+    }
+    return static_cast<std::int64_t>(mContext->buffer.byteIndex - content.start) >= content.length ||
+           asn1rt::room(mContext) == 0;
+}
+
+// Whether a whole tag begins a value of this type.
+bool matchesTag(const TypeDescriptor& type, ASN1TAG tag) {
+    if (type.outerTag != kNoTag) return tag == type.outerTag;
+    if (type.kind == Kind::OpenType || type.kind == Kind::TableOpenType) {
+        return type.tag == kNoTag || tag == type.tag;
+    }
+    if (type.kind != Kind::Choice) return tag == type.tag;
+    for (std::uint32_t i = 0; i < type.fieldCount; ++i) {
+        const FieldDescriptor& field = type.fields[i];
+        if (field.tag != kNoTag ? tag == field.tag : matchesTag(*field.type, tag)) return true;
+    }
+    return false;
+}
+
+bool matchesTag(const FieldDescriptor& field, ASN1TAG tag) {
+    return field.tag != kNoTag ? tag == field.tag : matchesTag(*field.type, tag);
+}
+
+// Whether the next octet is one that the type's own decoder would take. That decides on an optional value
+// without a tag of its own: a mismatch further in is a failure and not an absent value.
+bool Decoder::fits(const TypeDescriptor& type) const {
+    const unsigned char octet = *asn1rt::cursor(mContext);
+    switch (type.kind) {
+        case Kind::Boolean:
+        case Kind::Integer:
+        case Kind::Unsigned:
+        case Kind::Uint16:
+        case Kind::BigInteger:
+        case Kind::Enumerated:
+        case Kind::Null:
+        case Kind::ObjectIdentifier:
+        case Kind::InlineOctetString:
+        case Kind::InlineBitString:
+            return octet == identifierOf(type.tag);
+        case Kind::Choice:
+        case Kind::OpenType:
+        case Kind::TableOpenType:
+            break;
+        default:
+            return (octet & 0xDF) == identifierOf(type.tag);
+    }
+    if (type.outerTag != kNoTag) return (octet & 0xDF) == identifierOf(type.outerTag);
+    ASN1TAG tag = 0;
+    int length = 0;
+    return xd_tag_len(mContext, &tag, &length, 0) == RTS_OK && matchesTag(type, tag);
+}
+
+int Decoder::decode(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length,
+                    const Place& place) {
+    int status = RTS_OK;
+    if (isConstructedKind(type.kind)) {
+        if (mLevel == kMostLevels) return fail(RTS_NO_MEMORY);
+        ++mLevel;
+        status = decodeConstructed(type, value, tagging, length);
+        --mLevel;
+    } else {
+        status = decodeValue(type, value, tagging, length);
+    }
+    // An array that gets no memory leaves it to what it stands in to record that.
+    if (status == RTS_NO_MEMORY && type.kind == Kind::Array) return status;
+    if (status != RTS_OK) return fail(status);
+    return meetsConstraint(type, value) ? int{RTS_OK} : recordConstraint(mContext, type, value, place);
+}
+
+int Decoder::decodeValue(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length) {
+    switch (type.kind) {
+        case Kind::Boolean:
+            return xd_boolean(mContext, static_cast<unsigned char*>(value), tagging, length);
+        case Kind::Integer:
+            return xd_integer(mContext, static_cast<std::int32_t*>(value), tagging, length);
+        case Kind::Unsigned:
+            return xd_unsigned(mContext, static_cast<std::uint32_t*>(value), tagging, length);
+        case Kind::Uint16:
+            return xd_uint16(mContext, static_cast<std::uint16_t*>(value), tagging, length);
+        case Kind::BigInteger:
+            return xd_bigint(mContext, static_cast<const char**>(value), tagging, length);
+        case Kind::Enumerated:
+            return decodeEnumerated(type, value, tagging, length);
+        case Kind::Null:
+            return xd_null(mContext, tagging);
+        case Kind::ObjectIdentifier:
+            return xd_objid(mContext, static_cast<ASN1OBJID*>(value), tagging, length);
+        case Kind::OctetString: {
+            auto& string = *static_cast<ASN1TDynOctStr*>(value);
+            return xd_octstr(mContext, &string.data, &string.numocts, tagging, length);
+        }
+        case Kind::BitString: {
+            auto& string = *static_cast<ASN1TDynBitStr*>(value);
+            return xd_bitstr(mContext, &string.data, &string.numbits, tagging, length);
+        }
+        case Kind::InlineOctetString:
+        case Kind::InlineBitString:
+            return decodeInlineString(type, value, tagging, length);
+        case Kind::CharString:
+            return xd_charstr(mContext, static_cast<const char**>(value), tagging, type.tag, length);
+        case Kind::BmpString:
+            return xd_16BitCharStr(mContext, static_cast<Asn116BitCharString*>(value), tagging, type.tag,
+                                   length);
+        case Kind::UniversalString:
+            return xd_32BitCharStr(mContext, static_cast<Asn132BitCharString*>(value), tagging, type.tag,
+                                   length);
+        case Kind::OpenType:
+        case Kind::TableOpenType:
+            return decodeOpenType(value);
+        case Kind::RawContent:
+            // Without a tag around it, it is one element.
+            return tagging == ASN1IMPL ? decodeRawContent(value, length) : decodeOpenType(value);
+        default:
+            return RTS_NOT_SUPPORTED;
+    }
+}
+
+int Decoder::decodeEnumerated(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length) {
+    std::int32_t number = 0;
+    if (int status = xd_enum(mContext, &number, tagging, length); status != RTS_OK) return status;
+    if (static_cast<std::uint32_t>(number) >= type.upperBound) return RTS_BAD_ENUM;
+    *static_cast<std::uint32_t*>(value) = static_cast<std::uint32_t>(number);
+    return RTS_OK;
+}
+
+int Decoder::decodeInlineString(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length) {
+    auto& string = *static_cast<InlineString*>(value);
+    if (type.kind == Kind::InlineBitString) {
+        string.count = type.upperBound;
+        return xd_bitstr_s(mContext, string.data, &string.count, tagging, length);
+    }
+    string.count = type.capacity;
+    return xd_octstr_s(mContext, string.data, &string.count, tagging, length);
+}
+
+// Nothing there is an element of no octets.
+int Decoder::decodeOpenType(void* value) {
+    auto& element = *static_cast<ASN1OpenType*>(value);
+    element = {0, nullptr};
+    return xd_OpenType(mContext, &element.data, &element.numocts);
+}
+
+// The octets inside the field's tag, whatever they are. Of an indefinite form they end before its
+// end-of-contents, which is taken.
+int Decoder::decodeRawContent(void* value, int length) {
+    auto& content = *static_cast<ASN1TDynOctStr*>(value);
+    content = {0, nullptr};
+    const std::uint32_t start = mContext->buffer.byteIndex;
+    std::uint32_t count = static_cast<std::uint32_t>(length);
+    if (length == ASN1_INDEFLEN) {
+        if (int status = xd_MovePastEOC(mContext); status != RTS_OK) return status;
+        count = mContext->buffer.byteIndex - start - 2;
+    } else if (count > asn1rt::room(mContext)) {
+        return RTS_END_OF_BUFFER;
+    } else {
+        mContext->buffer.byteIndex += count;
+    }
+    const unsigned char* octets = mContext->buffer.data + start;
+    if (!(mContext->flags & ASN1_NO_COPY)) {
+        unsigned char* copied = asn1rt::allocateOctets(mContext, count);
+        if (!copied) return RTS_NO_MEMORY;
+        std::memcpy(copied, octets, count);
+        octets = copied;
+    }
+    content = {count, octets};
+    return RTS_OK;
+}
+
+int Decoder::decodeConstructed(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length) {
+    if (type.kind == Kind::Choice) return decodeChoice(type, value, tagging);
+    if (tagging == ASN1EXPL) {
+        if (int status = xd_match1(mContext, identifierOf(type.tag), &length); status != RTS_OK)
+            return status;
+    }
+    const Content content{mContext->buffer.byteIndex, length};
+    int status = RTS_OK;
+    switch (type.kind) {
+        case Kind::Sequence:
+            status = decodeSequence(type, value, content);
+            break;
+        case Kind::Set:
+            status = decodeSet(type, value, content);
+            break;
+        case Kind::List:
+            status = decodeList(type, value, content);
+            break;
+        default:
+            status = decodeArray(type, value, content);
+    }
+    if (status == RTS_OK && type.cmsEnd && tagging == ASN1EXPL && length == ASN1_INDEFLEN) {
+        status = asn1rt::takeEndOfContents(mContext);
+    }
+    return status == RTS_OK && type.table ? resolve(type, value) : status;
+}
+
+void setDefault(const FieldDescriptor& field, void* value) {
+    switch (field.presence) {
+        case Presence::DefaultInteger:
+            *static_cast<const char**>(value) = field.defaultText;
+            return;
+        case Presence::DefaultNumber:
+            break;
+        default:
+            return;
+    }
+    switch (field.type->kind) {
+        case Kind::Boolean:
+            *static_cast<unsigned char*>(value) = static_cast<unsigned char>(field.defaultNumber);
+            return;
+        case Kind::Uint16:
+            *static_cast<std::uint16_t*>(value) = static_cast<std::uint16_t>(field.defaultNumber);
+            return;
+        default:
+            *static_cast<std::int32_t*>(value) = field.defaultNumber;
+    }
+}
+
+// What is left out must not show what the record held before.
+void clearRecord(const TypeDescriptor& type, void* record) {
+    setPresenceBits(type, record, 0);
+    for (std::uint32_t i = 0; i < type.fieldCount; ++i) {
+        setDefault(type.fields[i], memberAt(record, type.fields[i].offset));
+    }
+    if (isExtensible(type)) rtDListInit(&member<_Asn1RTDList>(record, type.bodyOffset));
+}
+
+// The value of a field or alternative whose tag, if it has one of its own, has been read with its length. A
+// type of the CMS form takes the end-of-contents that belongs to such a tag, unless the value was a string,
+// which took it itself.
+int Decoder::decodeTagged(const TypeDescriptor& parent, const FieldDescriptor& field, void* value, int length,
+                          const Place& place) {
+    const bool implicit = field.tagging == Tagging::Implicit;
+    const int status = decode(*field.type, value, implicit ? ASN1IMPL : ASN1EXPL, length, place);
+    if (status != RTS_OK || !parent.cmsEnd || length != ASN1_INDEFLEN || field.tagging == Tagging::None)
+        return status;
+    if (implicit && readsOwnEndOfContents(field.type->kind)) return status;
+    return asn1rt::takeEndOfContents(mContext);
+}
+
+int Decoder::decodeRequired(const TypeDescriptor& parent, const FieldDescriptor& field, void* record) {
+    int length = 0;
+    if (field.tagging != Tagging::None) {
+        if (int status = xd_match1(mContext, identifierOf(field.tag), &length); status != RTS_OK)
+            return status;
+    }
+    return decodeTagged(parent, field, memberAt(record, field.offset), length,
+                        Place{Place::Kind::Field, field.name});
+}
+
+int Decoder::decodeOptional(const TypeDescriptor& parent, const FieldDescriptor& field, void* record,
+                            bool* present) {
+    const bool tagged = field.tagging != Tagging::None;
+    *present = tagged ? (*asn1rt::cursor(mContext) & 0xDF) == identifierOf(field.tag) : fits(*field.type);
+    if (!*present) return RTS_OK;
+    int length = 0;
+    if (tagged) {
+        if (int status = xd_Tag1AndLen(mContext, &length); status != RTS_OK) return status;
+    }
+    const int status = decodeTagged(parent, field, memberAt(record, field.offset), length,
+                                    Place{Place::Kind::Field, field.name});
+    if (status == RTS_OK && field.presence == Presence::Optional) {
+        setPresenceBits(parent, record, presenceBits(parent, record) | std::uint32_t{1} << field.bit);
+    }
+    return status;
+}
+
+int Decoder::decodeSequence(const TypeDescriptor& type, void* record, const Content& content) {
+    clearRecord(type, record);
+    std::uint32_t position = 0;
+    std::uint32_t required = 0;
+    while (!hasEnded(content)) {
+        if (position == type.fieldCount) {
+            if (!isExtensible(type)) return RTS_EXTRA_ELEMENT;
+            const ASN1CCB parent{mContext->buffer.data + content.start, content.length};
+            auto& extensions = member<_Asn1RTDList>(record, type.bodyOffset);
+            if (int status = xd_OpenTypeExt(mContext, &parent, XD_ANY_TAG, &extensions); status != RTS_OK)
+                return status;
+            break;
+        }
+        const FieldDescriptor& field = type.fields[position];
+        int status = RTS_OK;
+        if (field.presence == Presence::Required) {
+            status = decodeRequired(type, field, record);
+            ++required;
+        } else {
+            bool present = false;
+            status = decodeOptional(type, field, record, &present);
+        }
+        if (status != RTS_OK) return status;
+        ++position;
+    }
+    return required == type.requiredCount ? RTS_OK : RTS_MISSING_ELEMENT;
+}
+
+int Decoder::decodeSet(const TypeDescriptor& type, void* record, const Content& content) {
+    clearRecord(type, record);
+    std::uint64_t seen = 0;
+    std::uint32_t required = 0;
+    while (!hasEnded(content)) {
+        const std::uint32_t start = mContext->buffer.byteIndex;
+        ASN1TAG tag = 0;
+        int length = 0;
+        if (int status = xd_tag_len(mContext, &tag, &length, XD_ADVANCE); status != RTS_OK) return status;
+        std::uint32_t position = 0;
+        while (position < type.fieldCount && !matchesTag(type.fields[position], tag))
+            ++position;
+        if (position == type.fieldCount) return RTS_UNKNOWN_ELEMENT;
+        const FieldDescriptor& field = type.fields[position];
+        if (field.tagging == Tagging::None) mContext->buffer.byteIndex = start;
+        const int status = decodeTagged(type, field, memberAt(record, field.offset), length,
+                                        Place{Place::Kind::Field, field.name});
+        if (status != RTS_OK) return status;
+        // Only now: the second of two is decoded before it is refused.
+        const std::uint64_t bit = std::uint64_t{1} << position;
+        if (seen & bit) return RTS_DUPLICATE_ELEMENT;
+        seen |= bit;
+        if (field.presence == Presence::Required) {
+            ++required;
+        } else if (field.presence == Presence::Optional) {
+            setPresenceBits(type, record, presenceBits(type, record) | std::uint32_t{1} << field.bit);
+        }
+    }
+    return required == type.requiredCount ? RTS_OK : RTS_MISSING_ELEMENT;
+}
+
+int Decoder::decodeChoice(const TypeDescriptor& type, void* record, ASN1TagType tagging) {
+    member<std::uint32_t>(record, type.headOffset) = 0;
+    int outerLength = 0;
+    if (type.outerTag != kNoTag && tagging == ASN1EXPL) {
+        if (int status = xd_match1(mContext, identifierOf(type.outerTag), &outerLength); status != RTS_OK)
+            return status;
+    }
+    const std::uint32_t start = mContext->buffer.byteIndex;
+    ASN1TAG tag = 0;
+    int length = 0;
+    if (int status = xd_tag_len(mContext, &tag, &length, XD_ADVANCE); status != RTS_OK) return status;
+    for (std::uint32_t i = 0; i < type.fieldCount; ++i) {
+        if (!matchesTag(type.fields[i], tag)) continue;
+        const int status = decodeAlternative(type, type.fields[i], record, start, length);
+        if (status == RTS_OK) member<std::uint32_t>(record, type.headOffset) = i + 1;
+        return status;
+    }
+    return RTS_BAD_CHOICE;
+}
+
+int Decoder::decodeAlternative(const TypeDescriptor& choice, const FieldDescriptor& field, void* record,
+                               std::uint32_t start, int length) {
+    const TypeDescriptor& type = *field.type;
+    setAlternativePointer(choice, record, nullptr);
+    void* value = memberAt(record, choice.bodyOffset);
+    if (!isText(type) && type.kind != Kind::Null) {
+        value = rtMemHeapAllocZ(&mContext->typeMemHeap, static_cast<std::int32_t>(type.size));
+        if (!value) return RTS_NO_MEMORY;
+        setAlternativePointer(choice, record, value);
+    }
+    const Place place{Place::Kind::Alternative, field.name};
+    if (field.tagging != Tagging::None) return decodeTagged(choice, field, value, length, place);
+    // The tag that was read is the value's own. What has no tag that the choice knows reads it again.
+    if (type.tag == kNoTag || type.kind == Kind::OpenType) {
+        mContext->buffer.byteIndex = start;
+        return decode(type, value, ASN1EXPL, 0, place);
+    }
+    const int status = decode(type, value, ASN1IMPL, length, place);
+    if (status != RTS_OK || !choice.cmsEnd || length != ASN1_INDEFLEN || readsOwnEndOfContents(type.kind))
+        return status;
+    return asn1rt::takeEndOfContents(mContext);
+}
+
+// Node and element are one allocation, the element behind the node.
+int Decoder::decodeList(const TypeDescriptor& type, void* record, const Content& content) {
+    auto& list = member<_Asn1RTDList>(record, type.headOffset);
+    rtDListInit(&list);
+    const std::uint32_t most = type.hasBounds && type.upperBound < INT32_MAX ? type.upperBound : INT32_MAX;
+    const std::uint64_t size = sizeof(_Asn1RTDListNode) + std::uint64_t{type.element->size};
+    while (!hasEnded(content)) {
+        if (list.count >= most) return RTS_EXTRA_ELEMENT;
+        auto* node = static_cast<_Asn1RTDListNode*>(
+            rtMemHeapAllocZ(&mContext->typeMemHeap, static_cast<std::int32_t>(size)));
+        if (!node) return RTS_NO_MEMORY;
+        void* element = node + 1;
+        const int status = decode(*type.element, element, ASN1EXPL, 0, Place{Place::Kind::Element});
+        if (status != RTS_OK) return status;
+        rtDListAppendNode(mContext, &list, element);
+    }
+    return RTS_OK;
+}
+
+int Decoder::decodeArray(const TypeDescriptor& type, void* record, const Content& content) {
+    auto& count = member<std::uint32_t>(record, type.headOffset);
+    count = 0;
+    if (type.capacity > 0) {
+        return decodeElements(type, memberAt(record, type.bodyOffset), type.capacity, content, &count);
+    }
+    member<void*>(record, type.bodyOffset) = nullptr;
+    std::uint32_t slots = 0;
+    if (int status = xd_count(mContext, content.length, &slots); status != RTS_OK) return status;
+    void* elements = asn1rt::allocate(mContext, std::uint64_t{slots} * type.element->size);
+    if (!elements) return RTS_NO_MEMORY;
+    std::memset(elements, 0, std::size_t{slots} * type.element->size);
+    member<void*>(record, type.bodyOffset) = elements;
+    const std::uint32_t most = type.hasBounds && type.upperBound < slots ? type.upperBound : slots;
+    return decodeElements(type, elements, most, content, &count);
+}
+
+int Decoder::decodeElements(const TypeDescriptor& type, void* elements, std::uint32_t slots,
+                            const Content& content, std::uint32_t* count) {
+    while (!hasEnded(content)) {
+        if (*count == slots) return RTS_EXTRA_ELEMENT;
+        void* element = static_cast<char*>(elements) + std::size_t{*count} * type.element->size;
+        const int status = decode(*type.element, element, ASN1EXPL, 0, Place{Place::Kind::Element});
+        if (status != RTS_OK) return status;
+        ++*count;
+    }
+    return RTS_OK;
+}
+
+// The record is stored whatever the status says, and the position comes back on every path.
+int Decoder::resolveObject(const ObjectEntry& entry, Asn1TObject& object) {
+    if (!entry.value || object.numocts == 0 || !object.data) return RTS_OK;
+    if (mLevel == kMostLevels) return fail(RTS_NO_MEMORY);
+    const std::uint64_t size = entry.value->size > 0 ? entry.value->size : 1;  // a NULL has none
+    object.decoded = rtMemHeapAllocZ(&mContext->typeMemHeap, static_cast<std::int32_t>(size));
+    if (!object.decoded) return fail(RTS_NO_MEMORY);
+    ASN1CTXT saved{};
+    rtCopyContext(&saved, mContext);
+    int status = xd_setp(mContext, object.data, static_cast<int>(object.numocts), nullptr, nullptr);
+    if (status == RTS_OK) {
+        ++mLevel;
+        status = decode(*entry.value, object.decoded, ASN1EXPL, 0, Place{});
+        --mLevel;
+    }
+    rtCopyContext(mContext, &saved);
+    return status == RTS_OK ? status : fail(status);
+}
+
+int Decoder::resolve(const TypeDescriptor& type, void* record) {
+    const TableConstraint& table = *type.table;
+    const ObjectEntry* entry = findObject(*table.objects, typeIdentifier(table, record));
+    if (table.form == TableConstraint::Form::List) {
+        if (!entry) return RTS_OK;
+        for (auto* node = member<_Asn1RTDList>(record, table.objectOffset).head; node; node = node->next) {
+            const int status = resolveObject(*entry, *static_cast<Asn1TObject*>(node->data));
+            if (status != RTS_OK) return status;
+        }
+        return RTS_OK;
+    }
+    auto& object = member<Asn1TObject>(record, table.objectOffset);
+    object.decoded = nullptr;
+    if (!tableValuePresent(type, record)) {
+        static_cast<ASN1OpenType&>(object) = {0, nullptr};
+        return RTS_OK;
+    }
+    if (table.form == TableConstraint::Form::OctetString) {
+        const auto& octets = member<ASN1TDynOctStr>(record, table.octetsOffset);
+        static_cast<ASN1OpenType&>(object) = {octets.numocts, octets.data};
+    }
+    return entry ? resolveObject(*entry, object) : int{RTS_OK};
+}
+
+}  // namespace
+
+int decode(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, ASN1TagType tagging, int length) {
+    return Decoder(ctxt).decode(type, value, tagging, length, Place{});
+}
+
+int decodeTable(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value) {
+    return Decoder(ctxt).resolve(type, value);
+}
+
+}  // namespace asn1data

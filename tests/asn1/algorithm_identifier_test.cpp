@@ -1,0 +1,253 @@
+#include "asn1/algorithm_identifier.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <new>
+
+#include "asn1/algorithm_identifier_traits.h"
+#include "asn1data/x509_certificate.h"
+#include "platform/last_error.h"
+#include "support/allocation.h"
+#include "support/blobs.h"
+#include "support/contexts.h"
+#include "support/failing_new.h"
+#include "support/failures.h"
+#include "support/vectors.h"
+
+using namespace Mirvane;
+using namespace Mirvane::ASN1;
+using test::thrownCode;
+
+namespace {
+
+constexpr char sha1[] = "1.3.14.3.2.26";
+constexpr char sha256[] = "2.16.840.1.101.3.4.2.1";
+constexpr char rsa[] = "1.2.840.113549.1.1.1";
+constexpr char gostHash[] = "1.2.643.2.2.9";
+
+CAlgorithmIdentifier identifier(const char* oid, std::string_view parameters) {
+    CAlgorithmIdentifier value(oid);
+    value.put_parameters(test::blob(parameters));
+    return value;
+}
+
+CAlgorithmIdentifierEx lookedUp(const char* oid) {
+    CAlgorithmIdentifierEx value{CAlgorithmIdentifier(oid)};
+    value.get_algId();
+    return value;
+}
+
+// Changes the text below the number that was looked up, so that the number tells whether it was kept.
+void changeUnseen(CAlgorithmIdentifierEx& value, const char* oid) {
+    static_cast<CAlgorithmIdentifier&>(value).assign(oid);
+}
+
+}  // namespace
+
+TEST(AlgorithmIdentifier, TravelsAsX509HasIt) {
+    struct Row {
+        const char* oid;
+        const char* parameters;
+        const char* encoded;
+    };
+    const Row rows[] = {
+        {sha1, "", "30 07 06 05 2B 0E 03 02 1A"},
+        {sha1, "05 00", "30 09 06 05 2B 0E 03 02 1A 05 00"},
+        {rsa, "05 00", "30 0D 06 09 2A 86 48 86 F7 0D 01 01 01 05 00"},
+        {gostHash, "06 07 2A 85 03 02 02 1E 01", "30 11 06 06 2A 85 03 02 02 09 06 07 2A 85 03 02 02 1E 01"},
+        {"1.2.3", "04 02 AB CD", "30 08 06 02 2A 03 04 02 AB CD"},
+    };
+    for (const Row& row : rows) {
+        const CAlgorithmIdentifier value = identifier(row.oid, row.parameters);
+        EXPECT_EQ(test::text(value.encode()), row.encoded);
+        CAlgorithmIdentifier decoded = identifier("1.1", "02 01 05");
+        decoded.decode(test::blob(row.encoded));
+        EXPECT_EQ(decoded, value) << row.encoded;
+    }
+}
+
+TEST(AlgorithmIdentifier, WhatHasNoEncodingIsRefused) {
+    const CAlgorithmIdentifier rows[] = {
+        CAlgorithmIdentifier(),       CAlgorithmIdentifier(nullptr),          CAlgorithmIdentifier("1..2"),
+        CAlgorithmIdentifier("sha1"), CAlgorithmIdentifier("1.2.4294967295"), identifier(rsa, "02 01 05"),
+        identifier(rsa, "05"),        identifier(gostHash, "30 00")};
+    for (const CAlgorithmIdentifier& value : rows) {
+        EXPECT_EQ(thrownCode([&] { value.encode(); }), 0x80093101u)
+            << value.get_algorithm() << ' ' << test::text(value.get_parameters());
+    }
+}
+
+TEST(AlgorithmIdentifier, ARefusedDecodeLeavesTheValue) {
+    CAlgorithmIdentifier value = identifier(sha1, "05 00");
+    for (const char* message : {"", "30", "30 00", "04 07 06 05 2B 0E 03 02 1A", "30 07 06 05 2B 0E 03 02"}) {
+        EXPECT_EQ(thrownCode([&] { value.decode(test::blob(message)); }), 0x80093101u) << message;
+        EXPECT_EQ(value, identifier(sha1, "05 00")) << message;
+    }
+}
+
+TEST(AlgorithmIdentifier, EqualityIsThatOfTextAndBytes) {
+    EXPECT_EQ(identifier(sha1, "05 00"), identifier(sha1, "05 00"));
+    EXPECT_NE(identifier(sha1, ""), identifier(sha1, "05 00"));
+    EXPECT_NE(identifier(sha1, ""), identifier(sha256, ""));
+    EXPECT_NE(CAlgorithmIdentifier("1.2"), CAlgorithmIdentifier("1.02"));
+}
+
+TEST(AlgorithmIdentifier, BothFieldsAreCopiedAndExchanged) {
+    CAlgorithmIdentifier first = identifier(sha1, "05 00");
+    CAlgorithmIdentifier second = identifier(sha256, "");
+    first.swap(second);
+    EXPECT_EQ(first, identifier(sha256, ""));
+    EXPECT_EQ(second, identifier(sha1, "05 00"));
+    first.swap(first);
+    first = *&first;
+    EXPECT_EQ(first, identifier(sha256, ""));
+    first.assign(second);
+    EXPECT_EQ(first, second);
+    first.put_algorithm(first.get_algorithm() + 2);
+    EXPECT_STREQ(first.get_algorithm(), sha1 + 2);
+    first.put_algorithm(nullptr);
+    EXPECT_STREQ(first.get_algorithm(), "");
+}
+
+TEST(AlgorithmIdentifier, AFailingAssignmentChangesNothing) {
+    const CAlgorithmIdentifier source = identifier("1.3.6.1.4.1.99999.123456789.123456789.1", "05 00");
+    for (int index = 0;; ++index) {
+        CAlgorithmIdentifier target = identifier("1.3.6.1.4.1.99999.987654321.987654321.2", "04 00");
+        const CAlgorithmIdentifier former(target);
+        bool happened = false;
+        try {
+            const test::FailingNew failing(index);
+            target = source;
+        } catch (const std::bad_alloc&) {
+            happened = true;
+        }
+        EXPECT_EQ(target, happened ? former : source) << index;
+        if (!happened) break;
+    }
+}
+
+TEST(AlgorithmIdentifier, ARecordSharesNothingWithTheValue) {
+    test::LiveContext context;
+    asn1data::ASN1T_AlgorithmIdentifier* record = nullptr;
+    {
+        const CBlob parameters = test::blob("06 07 2A 85 03 02 02 1E 01");
+        record = ASN1T_AlgorithmIdentifier_set(context, gostHash, &parameters);
+    }
+    CAlgorithmIdentifier value;
+    ASN1T_AlgorithmIdentifier_get(value, *record);
+    EXPECT_EQ(value, identifier(gostHash, "06 07 2A 85 03 02 02 1E 01"));
+    const CBlob empty;
+    EXPECT_FALSE(ASN1T_AlgorithmIdentifier_set(context, sha1, &empty)->m.parametersPresent);
+    EXPECT_FALSE(ASN1T_AlgorithmIdentifier_set(context, sha1, nullptr)->m.parametersPresent);
+}
+
+TEST(AlgorithmIdentifier, FailingMemoryIsAFailureOfItsOwn) {
+    const CBlob parameters = test::blob("06 07 2A 85 03 02 02 1E 01");
+    for (int index = 0;; ++index) {
+        test::LiveContext context;
+        const test::FailingAllocation failing(index);
+        const unsigned code =
+            thrownCode([&] { ASN1T_AlgorithmIdentifier_set(context, gostHash, &parameters); });
+        if (!failing.happened()) break;
+        EXPECT_TRUE(code == 0x80093106 || code == 0x80093101) << index << ' ' << std::hex << code;
+    }
+    test::LiveContext context;
+    test::CountedAllocations allocations;
+    allocations.allow(0);
+    EXPECT_EQ(thrownCode([&] { ASN1T_AlgorithmIdentifier_set(context, sha1, nullptr); }), 0x80093106u);
+}
+
+TEST(AlgorithmIdentifier, ThoseOfRealCertificatesComeBack) {
+    const auto files = test::vectorFiles("certs");
+    if (files.empty()) GTEST_SKIP() << "no certificates in " << test::vectorsFolder();
+    int compared = 0;
+    for (const auto& file : files) {
+        const test::Octets message = test::readFile(file);
+        ASN1BERDecodeBuffer buffer(message.data(), static_cast<int>(message.size()));
+        asn1data::ASN1T_Certificate certificate;
+        if (asn1data::ASN1C_Certificate(buffer, certificate).DecodeFrom(buffer) < 0) continue;
+        const auto& body = certificate.tbsCertificate;
+        for (const auto* record : {&body.signature, &body.subjectPublicKeyInfo.algorithm}) {
+            CAlgorithmIdentifier value;
+            ASN1T_AlgorithmIdentifier_traits::get(*record, value);
+            const CBlob encoded = value.encode();
+            EXPECT_NE(std::search(message.begin(), message.end(), encoded.pbData(),
+                                  encoded.pbData() + encoded.cbData()),
+                      message.end())
+                << file << ' ' << value.get_algorithm();
+            ++compared;
+        }
+    }
+    EXPECT_GT(compared, 0);
+}
+
+TEST(AlgorithmIdentifierEx, ThePlatformsNumberIsLookedUp) {
+    EXPECT_EQ(lookedUp(sha1).get_algId(), CALG_SHA1);
+    EXPECT_EQ(lookedUp(sha256).get_algId(), CALG_SHA_256);
+}
+
+TEST(AlgorithmIdentifierEx, AnUnknownIdentifierGivesZeroAndALastError) {
+    for (const char* oid : {"1.2.3", "", "no identifier"}) {
+        const CAlgorithmIdentifierEx value{CAlgorithmIdentifier(oid)};
+        SetLastError(0);
+        EXPECT_EQ(value.get_algId(), 0u) << oid;
+        EXPECT_EQ(GetLastError(), 0x80090008u) << oid;
+    }
+}
+
+TEST(AlgorithmIdentifierEx, TheNumberIsKeptUntilTheTextChanges) {
+    CAlgorithmIdentifierEx value = lookedUp(sha1);
+    changeUnseen(value, sha256);
+    EXPECT_EQ(value.get_algId(), CALG_SHA1);
+    value.put_algorithm(sha256);
+    EXPECT_EQ(value.get_algId(), CALG_SHA1);
+    value.decode(CAlgorithmIdentifier(sha256).encode());
+    EXPECT_EQ(value.get_algId(), CALG_SHA1);
+    value.decode(CAlgorithmIdentifier(sha1).encode());
+    changeUnseen(value, sha256);
+    EXPECT_EQ(value.get_algId(), CALG_SHA_256);
+    value.put_algorithm(sha1);
+    EXPECT_EQ(value.get_algId(), CALG_SHA1);
+}
+
+TEST(AlgorithmIdentifierEx, CopiesTakeTheNumberOver) {
+    CAlgorithmIdentifierEx source = lookedUp(sha1);
+    changeUnseen(source, sha256);
+    EXPECT_EQ(CAlgorithmIdentifierEx(source).get_algId(), CALG_SHA1);
+    CAlgorithmIdentifierEx assigned;
+    assigned = source;
+    EXPECT_EQ(assigned.get_algId(), CALG_SHA1);
+    EXPECT_STREQ(assigned.get_algorithm(), sha256);
+    assigned = *&assigned;
+    EXPECT_EQ(assigned.get_algId(), CALG_SHA1);
+    CAlgorithmIdentifierEx other;
+    other.assign(source);
+    EXPECT_EQ(other.get_algId(), CALG_SHA1);
+    const CAlgorithmIdentifierEx fromBase{static_cast<const CAlgorithmIdentifier&>(source)};
+    EXPECT_EQ(fromBase.get_algId(), CALG_SHA_256);
+}
+
+TEST(AlgorithmIdentifierEx, ExchangesTakeTheNumberAlong) {
+    CAlgorithmIdentifierEx first = lookedUp(sha1);
+    CAlgorithmIdentifierEx second;
+    changeUnseen(first, sha256);
+    first.swap(second);
+    EXPECT_EQ(second.get_algId(), CALG_SHA1);
+    first.put_algorithm(sha256);
+    EXPECT_EQ(first.get_algId(), CALG_SHA_256);
+}
+
+TEST(AlgorithmIdentifierEx, AnotherTextFromTheBaseForgetsTheNumber) {
+    CAlgorithmIdentifier source(sha256);
+    CAlgorithmIdentifierEx assigned = lookedUp(sha1);
+    assigned = source;
+    EXPECT_EQ(assigned.get_algId(), CALG_SHA_256);
+    CAlgorithmIdentifierEx swapped = lookedUp(sha1);
+    swapped.swap(source);
+    EXPECT_EQ(swapped.get_algId(), CALG_SHA_256);
+    EXPECT_STREQ(source.get_algorithm(), sha1);
+    changeUnseen(swapped, sha1);
+    swapped.assign(source);
+    EXPECT_EQ(swapped.get_algId(), CALG_SHA_256) << "the same text keeps it";
+}

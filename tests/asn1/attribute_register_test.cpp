@@ -1,0 +1,254 @@
+#include "asn1/attribute_register.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "asn1/attribute_string_value.h"
+#include "asn1/text_conversion.h"
+#include "support/blobs.h"
+#include "support/failures.h"
+
+using namespace Mirvane;
+using namespace Mirvane::ASN1;
+using test::blob;
+using test::thrownCode;
+
+namespace {
+
+// Looked up before main, perhaps before the register's own file is initialised.
+const std::wstring nameFoundEarly = CATAVRegister::typeToStr("2.5.4.3").c_str();
+
+struct KnownAttribute {
+    const char* oid;
+    const wchar_t* name;
+    StringType stringType;
+};
+
+const KnownAttribute knownAttributes[] = {
+    {"2.5.4.3", L"CN", StringTypeUTF8},
+    {"2.5.4.6", L"C", StringTypePrintable},
+    {"2.5.4.7", L"L", StringTypeUTF8},
+    {"2.5.4.8", L"ST", StringTypeUTF8},
+    {"1.2.840.113549.1.9.1", L"E", StringTypeIA5},
+    {"2.5.4.10", L"O", StringTypeUTF8},
+    {"2.5.4.11", L"OU", StringTypeUTF8},
+    {"2.5.4.12", L"T", StringTypeUTF8},
+    {"2.5.4.42", L"GN", StringTypeUTF8},
+    {"2.5.4.43", L"I", StringTypeUTF8},
+    {"2.5.4.4", L"SN", StringTypeUTF8},
+    {"2.5.4.65", L"PS", StringTypeUTF8},
+    {"1.2.643.100.1", L"OGRN", StringTypeUTF8},
+    {"1.2.643.100.5", L"OGRNIP", StringTypeUTF8},
+    {"1.2.643.100.3", L"SNILS", StringTypeUTF8},
+    {"1.2.643.100.4", L"INNLE", StringTypeUTF8},
+    {"1.2.643.3.131.1.1", L"INN", StringTypeUTF8},
+    {"2.5.4.9", L"STREET", StringTypeUTF8},
+    {"0.9.2342.19200300.100.1.25", L"DC", StringTypeIA5},
+    {"1.2.840.113549.1.9.2", L"UnstructuredName", StringTypeUTF8},
+    {"2.5.4.17", L"PostalCode", StringTypeUTF8},
+    {"2.5.4.5", L"SERIALNUMBER", StringTypePrintable},
+};
+
+}  // namespace
+
+TEST(AttributeRegister, HoldsTheKnownAttributesInTheirOrder) {
+    auto entry = CATAVRegister::find("2.5.4.3");
+    for (const KnownAttribute& known : knownAttributes) {
+        SCOPED_TRACE(known.oid);
+        ASSERT_NE(entry, CATAVRegister::end());
+        EXPECT_EQ(entry->type, known.oid);
+        EXPECT_EQ(entry->name, known.name);
+        EXPECT_EQ(entry->stringType, known.stringType);
+        EXPECT_EQ(entry->maxLength, 32768u);
+        EXPECT_EQ(CATAVRegister::find(known.oid), entry);
+        EXPECT_EQ(CATAVRegister::find(known.name), entry);
+        ++entry;
+    }
+}
+
+TEST(AttributeRegister, IsThereBeforeMain) {
+    EXPECT_EQ(nameFoundEarly, L"CN");
+}
+
+TEST(AttributeRegister, UnknownTypesGoThroughAsTheyAre) {
+    EXPECT_EQ(CATAVRegister::find("2.5.4"), CATAVRegister::end());
+    EXPECT_EQ(CATAVRegister::find(L"cn"), CATAVRegister::end()) << "case counts";
+    EXPECT_EQ(CATAVRegister::find(static_cast<const char*>(nullptr)), CATAVRegister::end());
+    EXPECT_STREQ(CATAVRegister::typeToStr("1.2.3").c_str(), L"1.2.3");
+    EXPECT_STREQ(CATAVRegister::typeToStr("2.5.4.6").c_str(), L"C");
+    EXPECT_STREQ(CATAVRegister::typeFromStr(L"cn").c_str(), "cn");
+    EXPECT_STREQ(CATAVRegister::typeFromStr(L"CN").c_str(), "2.5.4.3");
+    EXPECT_STREQ(CATAVRegister::typeFromStr(nullptr).c_str(), "");
+}
+
+TEST(AttributeRegister, AnAddedTypeIsFoundOnceAndBehindTheKnownOnes) {
+    const CATAVRegister added("1.2.643.5555.1", L"TEST", StringTypeBMP, 2);
+    const CATAVRegister second("1.2.643.5555.2", L"CN", StringTypeBMP, 2);
+    const CATAVRegister copy = added;
+    auto entry = CATAVRegister::find(added.type.c_str());
+    ASSERT_NE(entry, CATAVRegister::end());
+    EXPECT_EQ(std::distance(entry, CATAVRegister::end()), 2) << "copies add nothing";
+    EXPECT_STREQ(CATAVRegister::typeFromStr(L"CN").c_str(), "2.5.4.3");
+    EXPECT_EQ(test::text(CATAVRegister::makeATAV(L"TEST=ab").get_value()), "1E 04 00 61 00 62");
+    EXPECT_EQ(thrownCode([] { CATAVRegister::makeATAV(L"TEST=abc"); }), 0x80070057u);
+}
+
+TEST(AttributeRegister, TextsBecomeAttributes) {
+    struct Row {
+        const wchar_t* text;
+        StringType stringType;
+        const char* oid;
+        const char* value;
+    };
+    const Row rows[] = {
+        {L"CN=Ivan", StringTypeDefault, "2.5.4.3", "0C 04 49 76 61 6E"},
+        {L"CN=", StringTypeDefault, "2.5.4.3", "0C 00"},
+        {L"CN= a=b ", StringTypeDefault, "2.5.4.3", "0C 05 20 61 3D 62 20"},
+        {L"C=RU", StringTypeDefault, "2.5.4.6", "13 02 52 55"},
+        {L"C=RU", StringTypeUTF8, "2.5.4.6", "0C 02 52 55"},
+        {L"E=x", StringTypeDefault, "1.2.840.113549.1.9.1", "16 01 78"},
+        {L"E=x", StringTypeUTF8, "1.2.840.113549.1.9.1", "0C 01 78"},
+        {L"2.5.4.3=a", StringTypeBMP, "2.5.4.3", "1E 02 00 61"},
+        {L"1.2.3=#0C0141", StringTypeDefault, "1.2.3", "0C 01 41"},
+        {L"1.2.3=x0C01 41", StringTypeUTF8, "1.2.3", "0C 01 41"},
+        {L"1.2.3=#0C0q", StringTypeDefault, "1.2.3", "0C"},
+        {L"1.2.3=#", StringTypeDefault, "1.2.3", ""},
+        {L"cn=x", StringTypeDefault, "cn", ""},
+        {L" CN=x00", StringTypeDefault, " CN", "00"},
+        {L"=x00", StringTypeDefault, "", "00"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(tostring(row.text));
+        const CAttributeTypeAndValue made(row.text, row.stringType);
+        EXPECT_STREQ(made.get_type(), row.oid);
+        EXPECT_EQ(test::text(made.get_value()), row.value);
+    }
+}
+
+TEST(AttributeRegister, TextsThatTellNoAttributeAreRefused) {
+    for (const wchar_t* text : {L"", L"CN", L"CN:a"})
+        EXPECT_EQ(thrownCode([&] { CATAVRegister::makeATAV(text); }), 0x80070057u) << tostring(text);
+    EXPECT_EQ(thrownCode([] { CATAVRegister::makeATAV(nullptr); }), 0x80070057u);
+    EXPECT_EQ(thrownCode([] { CATAVRegister::makeATAV(L"CN", nullptr, StringTypeDefault); }), 0x80070057u);
+    EXPECT_EQ(thrownCode([] { CATAVRegister::makeATAV(L"CN=a", static_cast<StringType>(7)); }), 0x80093101u);
+    EXPECT_THROW(CATAVRegister::makeATAV(L"1.2.3="), std::out_of_range);
+}
+
+TEST(AttributeRegister, AValueHasAGreatestLength) {
+    const std::wstring longest = L"CN=" + std::wstring(32768, L'a');
+    EXPECT_EQ(CATAVRegister::makeATAV(longest.c_str()).get_value().cbData(), 32772u);
+    const std::wstring longer = longest + L'a';
+    EXPECT_EQ(thrownCode([&] { CATAVRegister::makeATAV(longer.c_str()); }), 0x80070057u);
+    const std::wstring unknown = L"1.2.3=#" + std::wstring(65540, L'0');
+    EXPECT_EQ(CATAVRegister::makeATAV(unknown.c_str()).get_value().cbData(), 32770u);
+}
+
+TEST(AttributeTypeAndValue, IsShownAndReadInText) {
+    for (const wchar_t* text :
+         {L"CN=Ivan", L"CN=", L"CN=\x418\x432\x430\x43D", L"C=RU", L"1.2.3=#0C0141", L"1.2.3=#"}) {
+        CAttributeTypeAndValue value;
+        value.fromString(text);
+        EXPECT_STREQ(value.toString().c_str(), text);
+    }
+    EXPECT_STREQ(CAttributeTypeAndValue("2.5.4.3", blob("1E 02 00 61")).toString().c_str(), L"CN=a");
+    EXPECT_EQ(thrownCode([] { CAttributeTypeAndValue("2.5.4.3", CBlob()).toString(); }), 0x80093101u);
+    EXPECT_EQ(thrownCode([] { CAttributeTypeAndValue("2.5.4.3", blob("02 01 05")).toString(); }),
+              0x80093101u);
+}
+
+TEST(AttributeTypeAndValue, ItsPartsAreReadAndReplacedOneByOne) {
+    CAttributeTypeAndValue value(L"CN", L"a", StringTypeIA5);
+    EXPECT_STREQ(value.get_type_str().c_str(), L"CN");
+    EXPECT_EQ(test::text(value.get_value()), "16 01 61");
+    value.put_type_str(L"C");
+    EXPECT_STREQ(value.get_type(), "2.5.4.6");
+    value.put_value_str(L"RU");
+    EXPECT_EQ(test::text(value.get_value()), "13 02 52 55");
+    value.put_value_str(L"RU", StringTypeUTF8);
+    EXPECT_STREQ(value.get_value_str().c_str(), L"RU");
+    value.put_type(value.get_type());
+    value.put_value(blob("0C 01 78"));
+    EXPECT_STREQ(value.toString().c_str(), L"C=x");
+    value.put_type(nullptr);
+    EXPECT_STREQ(value.get_type(), "");
+}
+
+TEST(AttributeTypeAndValue, ReadingTextIgnoresTheStringTypeAndFailsWithoutAChange) {
+    CAttributeTypeAndValue value;
+    value.fromString(L"C=RU", StringTypeBMP);
+    EXPECT_EQ(test::text(value.get_value()), "13 02 52 55");
+    EXPECT_EQ(thrownCode([&] { value.fromString(L"CN"); }), 0x80070057u);
+    EXPECT_STREQ(value.toString().c_str(), L"C=RU");
+}
+
+TEST(AttributeTypeAndValue, ComparesBytesAlone) {
+    const CAttributeTypeAndValue value(L"CN=A");
+    EXPECT_EQ(value, CAttributeTypeAndValue("2.5.4.3", blob("0C 01 41")));
+    EXPECT_NE(value, CAttributeTypeAndValue(L"CN=a"));
+    EXPECT_NE(value, CAttributeTypeAndValue(L"CN=A", StringTypePrintable));
+    EXPECT_NE(value, CAttributeTypeAndValue(L"O=A"));
+}
+
+TEST(AttributeTypeAndValue, TravelsAsDer) {
+    const std::pair<const wchar_t*, const char*> rows[] = {
+        {L"CN=A", "30 08 06 03 55 04 03 0C 01 41"},
+        {L"1.2.3=#020105", "30 07 06 02 2A 03 02 01 05"},
+    };
+    for (const auto& [text, encoded] : rows) {
+        EXPECT_EQ(test::text(CAttributeTypeAndValue(text).encode()), encoded);
+        CAttributeTypeAndValue read;
+        read.decode(blob(encoded));
+        EXPECT_STREQ(read.toString().c_str(), text);
+    }
+    EXPECT_EQ(test::text(CAttributeTypeAndValue("2.5.4.3", CBlob()).encode()), "30 05 06 03 55 04 03")
+        << "no value at all is let pass";
+}
+
+TEST(AttributeTypeAndValue, WhatDoesNotFitItsTypeIsRefusedOnTheRoad) {
+    EXPECT_EQ(thrownCode([] { CAttributeTypeAndValue(L"cn=x").encode(); }), 0x80070057u);
+    EXPECT_EQ(thrownCode([] { CAttributeTypeAndValue("3.1", blob("05 00")).encode(); }), 0x80093101u);
+    EXPECT_EQ(thrownCode([] { CAttributeTypeAndValue("2.5.4.3", blob("02 01 05")).encode(); }), 0x80093101u);
+    EXPECT_EQ(thrownCode([] { CAttributeTypeAndValue("2.5.4.3", blob("0C 05 41")).encode(); }), 0x80093101u);
+    CAttributeTypeAndValue kept(L"CN=A");
+    for (const char* encoded :
+         {"", "30 00", "30 08 06 03 55 04 03 02 01 05", "31 08 06 03 55 04 03 0C 01 41"})
+        EXPECT_EQ(thrownCode([&] { kept.decode(blob(encoded)); }), 0x80093101u) << encoded;
+    EXPECT_STREQ(kept.toString().c_str(), L"CN=A");
+}
+
+TEST(AttributeStringValue, EachClassHasItsIdentifierAndItsStringType) {
+    const std::pair<CAttrValue, const wchar_t*> rows[] = {
+        {CAttrCommonName("a"), L"CN=a"},
+        {CAttrSurname("a"), L"SN=a"},
+        {CAttrSerialNumber("a"), L"SERIALNUMBER=a"},
+        {CAttrCountry("RU"), L"C=RU"},
+        {CAttrLocality("a"), L"L=a"},
+        {CAttrStateOrProvinceName("a"), L"ST=a"},
+        {CAttrOrganizationName("a"), L"O=a"},
+        {CAttrOrganizationalUnitName("a"), L"OU=a"},
+        {CAttrTitle("a"), L"T=a"},
+        {CAttrGivenName("\xD0\x98"), L"GN=\x418"},
+        {CAttrInitials("a"), L"I=a"},
+        {CAttrPseudonym("a"), L"PS=a"},
+        {CAttrEmailAddress("a"), L"E=a"},
+        {CAttrStringValue("1.2.3", "#0500"), L"1.2.3=#0500"},
+        {CAttrStringValue("2.5.4.3", L"\x418"), L"CN=\x418"},
+    };
+    for (const auto& [value, text] : rows) {
+        EXPECT_STREQ(CAttributeTypeAndValue(value).toString().c_str(), text);
+        EXPECT_EQ(CAttributeTypeAndValue(value), CAttributeTypeAndValue(text));
+    }
+}
+
+TEST(AttributeValue, ComparesIdentifiersAndBytesInStoredOrder) {
+    const CAttrValue value("1.2.3", blob("05 00"));
+    EXPECT_EQ(value, CAttrValue("1.2.3", blob("05 00")));
+    EXPECT_NE(value, CAttrValue("1.2.4", blob("05 00")));
+    EXPECT_NE(value, CAttrValue("1.2.3"));
+    EXPECT_STREQ(CAttrValue().get_oid(), "");
+    EXPECT_EQ((CAttrValueList{value, CAttrValue()}), (CAttrValueList{value, CAttrValue()}));
+    EXPECT_NE((CAttrValueList{value, CAttrValue()}), (CAttrValueList{CAttrValue(), value}));
+    EXPECT_NE((CAttrValueList{value, CAttrValue()}), (CAttrValueList{value}));
+}

@@ -1,0 +1,297 @@
+#include "asn1/choice.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "asn1/bridge.h"
+#include "asn1/time_choice_traits.h"
+#include "asn1data/x509_certificate.h"
+#include "support/blobs.h"
+#include "support/calendar.h"
+#include "support/contexts.h"
+#include "support/failing_new.h"
+#include "support/failures.h"
+#include "support/vectors.h"
+
+using namespace Mirvane;
+using namespace Mirvane::ASN1;
+using test::thrownCode;
+
+namespace {
+
+// A value that tells how many of its kind live, and whose copying can be made to fail.
+struct Counted {
+    explicit Counted(int content) : content(content) { ++alive; }
+    Counted(Counted const& other) : content(other.content) {
+        if (failing) throw std::runtime_error("no copy");
+        ++alive;
+    }
+    ~Counted() { --alive; }
+    Counted& operator=(Counted const&) = default;
+
+    int content;
+    static inline int alive = 0;
+    static inline bool failing = false;
+};
+
+using Sample = ChoiceOf<ChoiceValueTraitsT<Counted, 1>, ChoiceValueTraitsT<std::wstring, 3>>;
+
+CBlob element(unsigned char tag, const std::string& text) {
+    test::Octets octets = {tag, static_cast<unsigned char>(text.size())};
+    octets.insert(octets.end(), text.begin(), text.end());
+    return CBlob(octets.data(), octets.size());
+}
+
+// What a record's text becomes on its way through a value: an offset is dropped, and a year that no date has
+// is refused.
+CBlob expectedFor(const asn1data::ASN1T_Time& record) {
+    std::string text = record.u.utcTime;
+    if (text.back() != 'Z') text = text.substr(0, text.find_first_of("+-")) + 'Z';
+    if (record.t == asn1data::T_Time_utcTime) return element(0x17, text);
+    if (text < "1601") return CBlob();
+    return text < "2050" ? element(0x17, text.substr(2)) : element(0x18, text);
+}
+
+CBlob throughValue(const asn1data::ASN1T_Time& record) {
+    CTimeChoice time;
+    const unsigned code = thrownCode([&] { ASN1T_Time_traits::get(record, time); });
+    EXPECT_TRUE(code == 0 || code == 0x80070057);
+    return code == 0 ? time.encode() : CBlob();
+}
+
+CTimeChoice decoded(const CBlob& message) {
+    CTimeChoice time;
+    time.decode(message);
+    return time;
+}
+
+}  // namespace
+
+TEST(Choice, HoldsOneAlternativeAtATime) {
+    Sample choice;
+    EXPECT_EQ(choice.type(), 0u);
+    EXPECT_EQ((choice.get<Counted, 1>()), nullptr);
+    choice.put<Counted, 1>(Counted(7));
+    EXPECT_EQ(choice.type(), 1u);
+    EXPECT_EQ((choice.get<Counted, 1>()->content), 7);
+    EXPECT_EQ((choice.get<std::wstring, 3>()), nullptr);
+    choice.put<std::wstring, 3>(L"name");
+    EXPECT_EQ(choice.type(), 3u);
+    EXPECT_EQ((*choice.get<std::wstring, 3>()), L"name");
+    EXPECT_EQ((choice.get<Counted, 1>()), nullptr);
+    EXPECT_EQ(Counted::alive, 0);
+}
+
+TEST(Choice, ItsOwnValueCanBePutAgain) {
+    Sample choice;
+    choice.put<std::wstring, 3>(std::wstring(100, L'x'));
+    choice.put<std::wstring, 3>(*choice.get<std::wstring, 3>());
+    EXPECT_EQ((*choice.get<std::wstring, 3>()), std::wstring(100, L'x'));
+}
+
+TEST(Choice, AFailingCopyChangesNothing) {
+    Sample choice;
+    choice.put<std::wstring, 3>(L"kept");
+    const Counted value(1);
+    Counted::failing = true;
+    EXPECT_THROW((choice.put<Counted, 1>(value)), std::runtime_error);
+    Counted::failing = false;
+    EXPECT_EQ(choice.type(), 3u);
+    EXPECT_EQ((*choice.get<std::wstring, 3>()), L"kept");
+}
+
+TEST(Choice, CopiesAreDeepAndFreed) {
+    {
+        Sample first;
+        first.put<Counted, 1>(Counted(5));
+        const Sample second(first);
+        EXPECT_EQ(Counted::alive, 2);
+        first.put<Counted, 1>(Counted(6));
+        EXPECT_EQ((second.get<Counted, 1>()->content), 5);
+    }
+    EXPECT_EQ(Counted::alive, 0);
+}
+
+TEST(Choice, AnEmptyOneCopiesAsEmpty) {
+    const Sample empty;
+    const Sample copy(empty);
+    EXPECT_EQ(copy.type(), 0u);
+    EXPECT_EQ((copy.get<Counted, 1>()), nullptr);
+}
+
+TEST(Choice, UnknownAlternativesHaveTheTraitsOfNoValue) {
+    const Sample choice;
+    for (const unsigned type : {0u, 2u, 4u, 0xFFFFFFFFu}) {
+        EXPECT_EQ(choice.findTraits(type), &NoChoiceValueTraits::instance) << type;
+    }
+    EXPECT_TRUE(choice.findTraits(3)->isType(3));
+    EXPECT_FALSE(choice.findTraits(3)->isType(0));
+}
+
+TEST(ChoiceValueTraits, NoValueHoldsAPointer) {
+    ChoiceValueTraits const& traits = NoChoiceValueTraits::instance;
+    int target = 0;
+    void* pointer = &target;
+    void* const holder = traits.newValue(&pointer);
+    EXPECT_EQ(*static_cast<void**>(holder), &target);
+    pointer = nullptr;
+    traits.copyValue(holder, &pointer);
+    EXPECT_EQ(*static_cast<void**>(holder), nullptr);
+    traits.deleteValue(holder);
+    traits.deleteValue(nullptr);
+}
+
+TEST(ChoiceValueTraits, CopyValueAssigns) {
+    std::wstring first = L"first";
+    std::wstring const second = L"second";
+    ChoiceValueTraits const& traits = ChoiceValueTraitsT<std::wstring, 3>::instance;
+    traits.copyValue(&first, &first);
+    EXPECT_EQ(first, L"first");
+    traits.copyValue(&first, &second);
+    EXPECT_EQ(first, L"second");
+}
+
+TEST(TimeChoice, ANewOneHoldsTheStartOf1970) {
+    const CTimeChoice time;
+    EXPECT_EQ(time.get_type(), CTimeChoice::utcTime);
+    ASSERT_NE(time.get_time(), nullptr);
+    EXPECT_EQ(*time.get_time(), CDateTime(0, 0));
+}
+
+TEST(TimeChoice, TheYearChoosesTheAlternative) {
+    const std::pair<const char*, unsigned> rows[] = {{"16010101000000Z", 1}, {"19491231235959Z", 1},
+                                                     {"19500101000000Z", 1}, {"20491231235959.999999Z", 1},
+                                                     {"20500101000000Z", 2}, {"99991231235959Z", 2}};
+    CTimeChoice time;
+    for (const auto& [date, type] : rows) {
+        time.put_time(date);
+        EXPECT_EQ(time.get_type(), type) << date;
+        EXPECT_EQ(*time.get_time(), CDateTime(date)) << date;
+        EXPECT_EQ(CTimeChoice(date).get_type(), type) << date;
+    }
+}
+
+TEST(TimeChoice, RandomPointsTravelInTheFormOfTheirYear) {
+    for (const std::time_t point : test::pointsBetween(test::startOf1950, test::endOf2049, 1000)) {
+        const CBlob expected = element(0x17, test::format("%y%m%d%H%M%SZ", point));
+        ASSERT_EQ(CTimeChoice(CDateTime(point, 999'999)).encode(), expected) << point;
+        ASSERT_EQ(*decoded(expected).get_time(), CDateTime(point, 0)) << point;
+    }
+    for (const std::time_t point : test::pointsBetween(test::endOf2049 + 1, test::endOf9999, 1000)) {
+        const CBlob expected = element(0x18, test::generalizedText(point));
+        ASSERT_EQ(CTimeChoice(CDateTime(point, 999'999)).encode(), expected) << point;
+        ASSERT_EQ(*decoded(expected).get_time(), CDateTime(point, 0)) << point;
+    }
+}
+
+TEST(TimeChoice, TheFormOnTheWireIsNotKept) {
+    const CTimeChoice time = decoded(element(0x18, "20200102030405Z"));
+    EXPECT_EQ(time.get_type(), CTimeChoice::utcTime);
+    EXPECT_EQ(time.encode(), element(0x17, "200102030405Z"));
+}
+
+TEST(TimeChoice, OffsetsAndFractionsAreDropped) {
+    EXPECT_EQ(*decoded(element(0x18, "20600102030405.75Z")).get_time(), CDateTime("20600102030405Z"));
+    EXPECT_EQ(*decoded(element(0x18, "20600102030405+0300")).get_time(), CDateTime("20600102030405Z"));
+    EXPECT_EQ(*decoded(element(0x17, "2001020304-0130")).get_time(), CDateTime("20200102030400Z"));
+}
+
+TEST(TimeChoice, YearsBefore1950ReturnACenturyLater) {
+    const CBlob encoded = CTimeChoice("19491231235959Z").encode();
+    EXPECT_EQ(encoded, element(0x17, "491231235959Z"));
+    EXPECT_EQ(*decoded(encoded).get_time(), CDateTime("20491231235959Z"));
+}
+
+TEST(TimeChoice, WhatIsNoTimeIsRefusedAndTheValueStays) {
+    const std::pair<CBlob, unsigned> rows[] = {
+        {CBlob(), 0x80093101},
+        {element(0x04, "200102030405Z"), 0x80093101},
+        {test::blob("17 0D 32 30"), 0x80093101},
+        {element(0x17, ""), 0x80070057},
+        {element(0x17, "201302030405Z"), 0x80070057},
+        {element(0x17, "20010203x405Z"), 0x80070057},
+        {element(0x18, "20230229000000Z"), 0x80070057},
+        {element(0x18, "15000101000000Z"), 0x80070057},
+    };
+    CTimeChoice time(CDateTime(59, 0));
+    for (const auto& [message, code] : rows) {
+        EXPECT_EQ(thrownCode([&] { time.decode(message); }), code) << test::text(message);
+        EXPECT_EQ(*time.get_time(), CDateTime(59, 0));
+    }
+}
+
+TEST(TimeChoice, ARecordWithoutAlternativeOrTextIsRefused) {
+    CTimeChoice time;
+    asn1data::ASN1T_Time record;
+    EXPECT_EQ(thrownCode([&] { ASN1T_Time_traits::get(record, time); }), 0x80093101u);
+    record.t = 3;
+    EXPECT_EQ(thrownCode([&] { ASN1T_Time_traits::get(record, time); }), 0x80093101u);
+    record.t = asn1data::T_Time_generalTime;
+    EXPECT_EQ(thrownCode([&] { ASN1T_Time_traits::get(record, time); }), 0x80070057u);
+}
+
+TEST(TimeChoice, DatesThatCannotBeShownAreRefused) {
+    EXPECT_EQ(thrownCode([] { CTimeChoice(CDateTime(test::endOf9999 + 1, 0)).encode(); }), 0x80093101u);
+    CTimeChoice time;
+    EXPECT_EQ(thrownCode([&] { time.put_time(_FILETIME{2, 0x80000000}); }), 0x80070057u);
+    EXPECT_EQ(*time.get_time(), CDateTime(0, 0));
+}
+
+TEST(TimeChoice, AssignmentMakesIndependentValues) {
+    CTimeChoice first(CDateTime(1, 0));
+    CTimeChoice second;
+    second = first;
+    first.put_time("20600101000000Z");
+    EXPECT_EQ(*second.get_time(), CDateTime(1, 0));
+    second = *&second;
+    EXPECT_EQ(*second.get_time(), CDateTime(1, 0));
+}
+
+TEST(TimeChoice, AClearedOneIsCopiedAssignedAndAssignedTo) {
+    CTimeChoice cleared;
+    cleared.clear();
+    cleared.clear();
+    CTimeChoice copied(cleared);
+    CTimeChoice assigned;
+    assigned = cleared;
+    copied = CTimeChoice(CDateTime(1, 0));
+    assigned = copied;
+    EXPECT_EQ(*assigned.get_time(), CDateTime(1, 0));
+}
+
+TEST(TimeChoice, AFailingAssignmentChangesNothing) {
+    const CTimeChoice source("20600101000000Z");
+    for (int index = 0;; ++index) {
+        CTimeChoice target(CDateTime(1, 0));
+        bool happened = false;
+        try {
+            const test::FailingNew failing(index);
+            target = source;
+        } catch (const std::bad_alloc&) {
+            happened = true;
+        }
+        if (!happened) break;
+        EXPECT_EQ(target.get_type(), CTimeChoice::utcTime);
+        EXPECT_EQ(*target.get_time(), CDateTime(1, 0));
+    }
+}
+
+TEST(TimeChoice, TheTimesOfRealCertificatesComeBackInTheFormOfTheirYear) {
+    const auto files = test::vectorFiles("certs");
+    if (files.empty()) GTEST_SKIP() << "no certificates in " << test::vectorsFolder();
+    int compared = 0;
+    for (const auto& file : files) {
+        const test::Octets message = test::readFile(file);
+        ASN1BERDecodeBuffer buffer(message.data(), static_cast<int>(message.size()));
+        asn1data::ASN1T_Certificate certificate;
+        if (asn1data::ASN1C_Certificate(buffer, certificate).DecodeFrom(buffer) < 0) continue;
+        const auto& validity = certificate.tbsCertificate.validity;
+        for (const asn1data::ASN1T_Time* record : {&validity.notBefore, &validity.notAfter}) {
+            EXPECT_EQ(throughValue(*record), expectedFor(*record)) << file << ' ' << record->u.utcTime;
+            ++compared;
+        }
+    }
+    EXPECT_GT(compared, 0);
+}

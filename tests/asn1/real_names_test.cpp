@@ -1,0 +1,180 @@
+// The names of real certificates, among them those of the system's store, held against what OpenSSL makes of
+// them.
+#include <gtest/gtest.h>
+#include <openssl/pem.h>
+#include <openssl/x509v3.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "asn1/attribute_register.h"
+#include "asn1/bridge.h"
+#include "asn1/general_name_traits.h"
+#include "asn1/name.h"
+#include "asn1/text_conversion.h"
+#include "support/blobs.h"
+#include "support/failures.h"
+#include "support/vectors.h"
+
+using namespace Mirvane;
+using namespace Mirvane::ASN1;
+
+namespace {
+
+struct Freer {
+    void operator()(X509* certificate) const { X509_free(certificate); }
+    void operator()(BIO* bio) const { BIO_free(bio); }
+    void operator()(GENERAL_NAMES* names) const { GENERAL_NAMES_free(names); }
+};
+
+struct NamedCertificate {
+    std::string file;
+    std::unique_ptr<X509, Freer> certificate;
+};
+
+std::vector<NamedCertificate> realCertificates() {
+    std::vector<NamedCertificate> found;
+    for (const auto& path : test::vectorFiles("certs")) {
+        const test::Octets octets = test::readFile(path);
+        const unsigned char* next = octets.data();
+        std::unique_ptr<X509, Freer> certificate(d2i_X509(nullptr, &next, static_cast<long>(octets.size())));
+        if (certificate) found.push_back({path.filename().string(), std::move(certificate)});
+    }
+    const std::unique_ptr<BIO, Freer> store(BIO_new_file("/etc/ssl/certs/ca-certificates.crt", "r"));
+    while (X509* certificate = store ? PEM_read_bio_X509(store.get(), nullptr, nullptr, nullptr) : nullptr)
+        found.push_back({"system store", std::unique_ptr<X509, Freer>(certificate)});
+    return found;
+}
+
+std::string content(BIO* bio) {
+    char* data = nullptr;
+    const long length = BIO_get_mem_data(bio, &data);
+    return std::string(data, static_cast<std::size_t>(length));
+}
+
+std::string printed(const ASN1_STRING* value, unsigned long flags) {
+    const std::unique_ptr<BIO, Freer> bio(BIO_new(BIO_s_mem()));
+    return ASN1_STRING_print_ex(bio.get(), value, flags) < 0 ? "unreadable" : content(bio.get());
+}
+
+std::string dotted(const ASN1_OBJECT* object) {
+    std::vector<char> text(1024);
+    OBJ_obj2txt(text.data(), static_cast<int>(text.size()), object, 1);
+    return text.data();
+}
+
+// The text of a name by OpenSSL, put together in our form: the options sep_comma_plus and utf8, our short
+// names, and the DER dump for types that have none.
+std::string expectedText(const X509_NAME* name) {
+    std::string text;
+    int set = 0;
+    for (int i = 0; i < X509_NAME_entry_count(name); ++i) {
+        const X509_NAME_ENTRY* entry = X509_NAME_get_entry(name, i);
+        if (i > 0) text += X509_NAME_ENTRY_set(entry) == set ? "+" : ",";
+        set = X509_NAME_ENTRY_set(entry);
+        const std::string oid = dotted(X509_NAME_ENTRY_get_object(entry));
+        const bool known = CATAVRegister::find(oid.c_str()) != CATAVRegister::end();
+        text += tostring(CATAVRegister::typeToStr(oid.c_str()).c_str()) + '=';
+        text += printed(X509_NAME_ENTRY_get_data(entry),
+                        known ? ASN1_STRFLGS_UTF8_CONVERT : ASN1_STRFLGS_DUMP_ALL | ASN1_STRFLGS_DUMP_DER);
+    }
+    return text;
+}
+
+CBlob encodedBy(int length, unsigned char* octets) {
+    const CBlob blob(octets, length > 0 ? static_cast<unsigned long>(length) : 0);
+    OPENSSL_free(octets);
+    return blob;
+}
+
+CBlob derOf(const X509_NAME* name) {
+    unsigned char* octets = nullptr;
+    const int length = i2d_X509_NAME(name, &octets);
+    return encodedBy(length, octets);
+}
+
+// What is not as it is everywhere else.
+const std::string kRefused = "dss-eu-lotl-pivot-335-b64_32.crt.der";  // a country name as UTF8String
+const std::string kUnsorted = "ocspbuilder-test-ocsp.crt.der";  // not DER: encoding sorts the attributes
+
+void expectSame(const X509_NAME* real, const std::string& file) {
+    const CBlob encoded = derOf(real);
+    CName name;
+    const unsigned code = test::thrownCode([&] { name.decode(encoded); });
+    EXPECT_EQ(code, file == kRefused ? 0x80093101u : 0u);
+    if (code != 0) return;
+    EXPECT_EQ(tostring(name.toString().c_str()), expectedText(real));
+    const CBlob written = name.encode();
+    EXPECT_TRUE(written == encoded || (file == kUnsorted && written.cbData() == encoded.cbData()));
+}
+
+// A general name in one line: the alternative and its text or octets.
+std::string summary(unsigned int type, const std::string& value) {
+    return std::to_string(type) + ' ' + value;
+}
+
+std::string summary(const CGeneralName& name) {
+    for (const wchar_t* text : {name.get_rfc822Name(), name.get_dNSName(),
+                                name.get_uniformResourceIdentifier(), name.get_registeredID()}) {
+        if (text) return summary(name.get_type(), tostring(text));
+    }
+    return summary(name.get_type(), name.get_directoryName() ? test::text(*name.get_directoryName()) : "?");
+}
+
+std::string summary(const GENERAL_NAME& name) {
+    if (name.type == GEN_RID) return summary(9, dotted(name.d.registeredID));
+    if (name.type == GEN_DIRNAME) return summary(5, test::text(derOf(name.d.directoryName)));
+    const auto* value = static_cast<const ASN1_STRING*>(GENERAL_NAME_get0_value(&name, nullptr));
+    const unsigned char* octets = ASN1_STRING_get0_data(value);
+    const auto length = static_cast<std::size_t>(ASN1_STRING_length(value));
+    // An address comes as a directory name.
+    if (name.type == GEN_IPADD) return summary(5, test::text(octets, length));
+    return summary(static_cast<unsigned int>(name.type) + 1, std::string(octets, octets + length));
+}
+
+bool isSupported(const GENERAL_NAMES* names) {
+    for (int i = 0; i < sk_GENERAL_NAME_num(names); ++i) {
+        const int type = sk_GENERAL_NAME_value(names, i)->type;
+        if (type == GEN_OTHERNAME || type == GEN_X400 || type == GEN_EDIPARTY) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+TEST(RealNames, HaveTheTextAndTheBytesThatOpenSslGives) {
+    const auto certificates = realCertificates();
+    if (certificates.empty()) GTEST_SKIP() << "no real certificates here";
+    for (const auto& [file, certificate] : certificates) {
+        SCOPED_TRACE(file);
+        expectSame(X509_get_subject_name(certificate.get()), file);
+        expectSame(X509_get_issuer_name(certificate.get()), file);
+    }
+}
+
+TEST(RealNames, AlternativeNamesHoldWhatOpenSslFinds) {
+    int compared = 0;
+    for (const auto& [file, certificate] : realCertificates()) {
+        SCOPED_TRACE(file);
+        for (const int kind : {NID_subject_alt_name, NID_issuer_alt_name}) {
+            const std::unique_ptr<GENERAL_NAMES, Freer> real(
+                static_cast<GENERAL_NAMES*>(X509_get_ext_d2i(certificate.get(), kind, nullptr, nullptr)));
+            if (!real) continue;
+            unsigned char* octets = nullptr;
+            const int length = i2d_GENERAL_NAMES(real.get(), &octets);
+            const CBlob encoded = encodedBy(length, octets);
+            CGeneralNames names;
+            const unsigned code =
+                test::thrownCode([&] { asn1Decode<ASN1T_GeneralNames_traits>(encoded, names); });
+            EXPECT_EQ(code, isSupported(real.get()) ? 0u : 0x80070057u);
+            if (code != 0) continue;
+            ASSERT_EQ(names.size(), static_cast<std::size_t>(sk_GENERAL_NAME_num(real.get())));
+            int index = 0;
+            for (const CGeneralName& name : names)
+                EXPECT_EQ(summary(name), summary(*sk_GENERAL_NAME_value(real.get(), index++)));
+            ++compared;
+        }
+    }
+    if (compared == 0) GTEST_SKIP() << "no real certificates here";
+}
