@@ -5,6 +5,7 @@
 #include "asn1data/engine.h"
 #include "asn1data/ocsp.h"
 #include "asn1data/x509_certificate.h"
+#include "benchmarks.h"
 #include "counting.h"
 #include "messages.h"
 
@@ -94,7 +95,9 @@ void encodeOpensslResponse(benchmark::State& state, const Octets& octets) {
 
 using namespace asn1data;
 
-void addAll() {
+}  // namespace
+
+void bench::addCodecBenchmarks() {
     const auto add = [](const char* name, auto function, const Octets& octets) {
         benchmark::RegisterBenchmark(
             name, [function, &octets](benchmark::State& state) { function(state, octets); });
@@ -120,15 +123,4 @@ void addAll() {
     static const Octets tenThousand = bench::responseOf(10000);
     add("10000 entries decode/ours", decodeOurs<ASN1T_OCSPResponse, ASN1C_OCSPResponse>, tenThousand);
     add("10000 entries decode/openssl", decodeOpensslResponse, tenThousand);
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-    bench::installHooks();
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
-    addAll();
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
 }

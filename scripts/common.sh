@@ -47,6 +47,19 @@ run_quietly() {
     rm -f "$log"
 }
 
+# run_tests PRESET: says how many passed, and shows what failed.
+run_tests() {
+    log=$(mktemp)
+    if ctest --preset "$1" -j "$(nproc)" >"$log" 2>&1; then
+        tail -n 3 "$log"
+        rm -f "$log"
+    else
+        grep -v -e '^ *Start ' -e ' Passed ' "$log" >&2
+        rm -f "$log"
+        fail "tests failed"
+    fi
+}
+
 parse_install_option() {
     INSTALL=yes
     for argument in "$@"; do

@@ -16,7 +16,6 @@
 #ifndef MIRVANE_ASN1_BRIDGE_H
 #define MIRVANE_ASN1_BRIDGE_H
 
-#include <algorithm>
 #include <climits>
 #include <memory>
 #include <type_traits>
@@ -46,9 +45,10 @@ auto run(Steps steps) {
     }
 }
 
-// A blob longer than any message still decodes if its first value is short enough.
+// The length of a message as the runtime holds it. Throws 0x80093101 for a blob that is longer than any message.
 inline int messageLength(CBlob const& blob) {
-    return static_cast<int>(std::min<unsigned long>(blob.cbData(), INT_MAX));
+    if (blob.cbData() > INT_MAX) failure::raise(failure::asn1);
+    return static_cast<int>(blob.cbData());
 }
 
 template <typename Traits>

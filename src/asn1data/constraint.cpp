@@ -78,6 +78,8 @@ bool meetsConstraint(const TypeDescriptor& type, const void* value) {
 
 std::string constraintText(const TypeDescriptor& type, const Place& place) {
     const char* count = countName(type.kind);
+    // Lists and arrays are types of their own wherever they stand.
+    if (type.kind == Kind::List || type.kind == Kind::Array) return std::string("pvalue->") + count;
     std::string path;
     switch (place.kind) {
         case Place::Kind::Alone:

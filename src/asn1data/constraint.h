@@ -21,6 +21,11 @@ inline bool isWithinBounds(const TypeDescriptor& type, std::uint64_t number) {
     return number >= type.lowerBound && (type.upperBound == kNoBound || number <= type.upperBound);
 }
 
+// Whether an ENUMERATED may have this number. A negative one counts as above all bounds; gaps pass.
+inline bool isEnumerator(const TypeDescriptor& type, std::uint32_t number) {
+    return type.upperBound == kNoBound || number < type.upperBound;
+}
+
 // Whether a value's size, or the value of a bounded number, is within the bounds. A null text has no size and
 // passes; a UTF8String that is none has a size outside all bounds.
 bool meetsConstraint(const TypeDescriptor& type, const void* value);

@@ -155,9 +155,9 @@ void Copier::copyList(const TypeDescriptor& type, const void* source, void* targ
     auto& list = member<_Asn1RTDList>(target, type.headOffset);
     rtDListInit(&list);
     for (auto* node = member<_Asn1RTDList>(source, type.headOffset).head; node; node = node->next) {
-        void* element = allocateZeroed(type.element->size);
+        void* element = node->data ? allocateZeroed(type.element->size) : nullptr;
         if (!rtDListAppend(mContext, &list, element)) throw std::bad_alloc();
-        copy(*type.element, node->data, element, entry);
+        if (element) copy(*type.element, node->data, element, entry);
     }
 }
 

@@ -68,7 +68,7 @@ class Decoder {
     int resolveObject(const ObjectEntry& entry, Asn1TObject& object);
 
     bool hasEnded(const Content& content) const;
-    bool fits(const TypeDescriptor& type) const;
+    bool fits(const TypeDescriptor& type);
     int fail(int status) { return asn1rt::record(mContext, status); }
 
     ASN1CTXT* mContext;
@@ -103,7 +103,7 @@ bool matchesTag(const FieldDescriptor& field, ASN1TAG tag) {
 
 // Whether the next octet is one that the type's own decoder would take. That decides on an optional value
 // without a tag of its own: a mismatch further in is a failure and not an absent value.
-bool Decoder::fits(const TypeDescriptor& type) const {
+bool Decoder::fits(const TypeDescriptor& type) {
     const unsigned char octet = *asn1rt::cursor(mContext);
     switch (type.kind) {
         case Kind::Boolean:
@@ -125,9 +125,14 @@ bool Decoder::fits(const TypeDescriptor& type) const {
             return (octet & 0xDF) == identifierOf(type.tag);
     }
     if (type.outerTag != kNoTag) return (octet & 0xDF) == identifierOf(type.outerTag);
+    if (type.kind != Kind::Choice && type.tag == kNoTag) return true;
+    // The tag alone decides: a length that is none is a failure of the value.
+    ASN1BufferState start;
+    xu_SaveBufferState(mContext, &start);
     ASN1TAG tag = 0;
-    int length = 0;
-    return xd_tag_len(mContext, &tag, &length, 0) == RTS_OK && matchesTag(type, tag);
+    const int status = xd_tag(mContext, &tag);
+    xu_RestoreBufferState(mContext, &start);
+    return status == RTS_OK && matchesTag(type, tag);
 }
 
 int Decoder::decode(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length,
@@ -198,7 +203,7 @@ int Decoder::decodeValue(const TypeDescriptor& type, void* value, ASN1TagType ta
 int Decoder::decodeEnumerated(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length) {
     std::int32_t number = 0;
     if (int status = xd_enum(mContext, &number, tagging, length); status != RTS_OK) return status;
-    if (static_cast<std::uint32_t>(number) >= type.upperBound) return RTS_BAD_ENUM;
+    if (!isEnumerator(type, static_cast<std::uint32_t>(number))) return RTS_BAD_ENUM;
     *static_cast<std::uint32_t*>(value) = static_cast<std::uint32_t>(number);
     return RTS_OK;
 }
@@ -476,7 +481,6 @@ int Decoder::decodeArray(const TypeDescriptor& type, void* record, const Content
     if (int status = xd_count(mContext, content.length, &slots); status != RTS_OK) return status;
     void* elements = asn1rt::allocate(mContext, std::uint64_t{slots} * type.element->size);
     if (!elements) return RTS_NO_MEMORY;
-    std::memset(elements, 0, std::size_t{slots} * type.element->size);
     member<void*>(record, type.bodyOffset) = elements;
     const std::uint32_t most = type.hasBounds && type.upperBound < slots ? type.upperBound : slots;
     return decodeElements(type, elements, most, content, &count);
@@ -487,6 +491,8 @@ int Decoder::decodeElements(const TypeDescriptor& type, void* elements, std::uin
     while (!hasEnded(content)) {
         if (*count == slots) return RTS_EXTRA_ELEMENT;
         void* element = static_cast<char*>(elements) + std::size_t{*count} * type.element->size;
+        // One by one: of elements that are none, little memory is touched before the first is refused.
+        std::memset(element, 0, type.element->size);
         const int status = decode(*type.element, element, ASN1EXPL, 0, Place{Place::Kind::Element});
         if (status != RTS_OK) return status;
         ++*count;

@@ -119,7 +119,7 @@ int Encoder::encodeValue(const TypeDescriptor& type, const void* value, ASN1TagT
         case Kind::BigInteger:
             return xe_bigint(mContext, *static_cast<const char* const*>(value), tagging);
         case Kind::Enumerated:
-            if (*static_cast<const std::uint32_t*>(value) >= type.upperBound) return RTS_BAD_ENUM;
+            if (!isEnumerator(type, *static_cast<const std::uint32_t*>(value))) return RTS_BAD_ENUM;
             return xe_enum(mContext, static_cast<const std::int32_t*>(value), tagging);
         case Kind::Null:
             return xe_null(mContext, tagging);
@@ -274,27 +274,40 @@ int Encoder::encodeArray(const TypeDescriptor& type, const void* record, ASN1Tag
     return withTag(type.tag, order.finish(static_cast<int>(total)), tagging);
 }
 
+// A buffer of its own for a context, which has its former one back in the end.
+class InnerBuffer {
+  public:
+    explicit InnerBuffer(ASN1CTXT* ctxt) : mContext(ctxt) {
+        rtCopyContext(&mOuter, ctxt);
+        mStatus = xe_setp(ctxt, nullptr, 0);
+    }
+    ~InnerBuffer() {
+        if (mStatus == RTS_OK) xe_free(mContext);
+        rtCopyContext(mContext, &mOuter);
+    }
+    InnerBuffer(const InnerBuffer&) = delete;
+    InnerBuffer& operator=(const InnerBuffer&) = delete;
+
+    int status() const { return mStatus; }
+
+  private:
+    ASN1CTXT* mContext;
+    ASN1CTXT mOuter{};
+    int mStatus;
+};
+
 // The octets of one resolved object, in memory of their exact size.
 int renewRawOctets(ASN1CTXT* ctxt, const TypeDescriptor& type, Asn1TObject& object) {
-    ASN1CTXT saved{};
-    rtCopyContext(&saved, ctxt);
-    int length = xe_setp(ctxt, nullptr, 0);
-    if (length == RTS_OK) {
-        length = encode(ctxt, type, object.decoded, ASN1EXPL);
-        if (length >= 0) {
-            void* octets = rtMemHeapAlloc(&ctxt->typeMemHeap, length);
-            if (octets) {
-                std::memcpy(octets, xe_getp(ctxt), static_cast<std::size_t>(length));
-                object.numocts = static_cast<std::uint32_t>(length);
-                object.data = static_cast<const unsigned char*>(octets);
-            } else {
-                length = RTS_NO_MEMORY;
-            }
-        }
-        xe_free(ctxt);
-    }
-    rtCopyContext(ctxt, &saved);
-    return length < 0 ? asn1rt::record(ctxt, length) : int{RTS_OK};
+    const InnerBuffer buffer(ctxt);
+    if (buffer.status() != RTS_OK) return asn1rt::record(ctxt, buffer.status());
+    const int length = encode(ctxt, type, object.decoded, ASN1EXPL);
+    if (length < 0) return length;
+    void* octets = rtMemHeapAlloc(&ctxt->typeMemHeap, length);
+    if (!octets) return asn1rt::record(ctxt, RTS_NO_MEMORY);
+    std::memcpy(octets, xe_getp(ctxt), static_cast<std::size_t>(length));
+    static_cast<ASN1OpenType&>(object) = {static_cast<std::uint32_t>(length),
+                                          static_cast<const unsigned char*>(octets)};
+    return RTS_OK;
 }
 
 }  // namespace

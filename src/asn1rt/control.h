@@ -22,7 +22,8 @@ class ASN1CType {
     // 0 or a negative status. The base does nothing and returns 0.
     virtual int DecodeFrom(ASN1MessageBufferIF&) { return RTS_OK; }
 
-    // Remembers another buffer and takes memory for values from its context's heap from now on.
+    // Remembers another buffer and takes memory for values from its context's heap from now on. The former
+    // heap is given up: what this object allocated there dies with it unless another context holds that heap.
     void setMsgBuf(ASN1MessageBufferIF& buffer) {
         mpMsgBuf = &buffer;
         rtCtxtSetMemHeap(mpContext, buffer.getCtxtPtr());

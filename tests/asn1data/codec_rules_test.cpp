@@ -1,5 +1,6 @@
 // The rules that all codecs follow, each on a type that has it.
 #include <gtest/gtest.h>
+#include <pthread.h>
 
 #include <string>
 
@@ -39,6 +40,9 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"NoEndOfContentsWhereItIsConsumed", "IssuerAndSerialNumber", "30 80 30 00 02 01 05",
             RTS_BAD_LENGTH, ""},
         Row{"NumberAboveTheEnumeration", "OCSPResponseStatus", "0A 01 09", RTS_BAD_ENUM, ""},
+        Row{"MillisecondsBeyondTheirRange", "Accuracy", "30 04 80 02 03 E8", RTS_CONSTRAINT, ""},
+        Row{"MillisecondsBeyondTheirField", "Accuracy", "30 05 80 03 01 00 01", RTS_INT_TOO_LARGE, ""},
+        Row{"LengthThatIsNoneInAnOptionalChoice", "QTUserNotice", "30 05 16 83 01 00 00", RTS_BAD_LENGTH, ""},
         Row{"NegativeEnumeration", "OCSPResponseStatus", "0A 01 FF", RTS_BAD_ENUM, ""},
         Row{"DuplicateInASet", "PersonalName", "31 0A A0 03 13 01 41 A0 03 13 01 41", RTS_DUPLICATE_ELEMENT,
             ""},
@@ -74,6 +78,10 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Forms, CodecRules,
     ::testing::Values(
+        Row{"NegativeEnumerationWithoutBound", "CertificateAndCrlMatchingTechnique", "0A 01 FF", 0,
+            "0A 01 FF"},
+        Row{"CutHeaderOfAnOptionalOpenValue", "AlgorithmIdentifier", "30 05 06 02 2A 03 04", 0,
+            "30 04 06 02 2A 03"},
         Row{"AllOptionalAndEmpty", "CrlID", "30 00", 0, "30 00"},
         Row{"ExplicitFalseIsAbsentAgain", "BasicConstraintsSyntax", "30 03 01 01 00", 0, "30 00"},
         Row{"TrueIsAlwaysWritten", "BasicConstraintsSyntax", "30 03 01 01 01", 0, "30 03 01 01 FF"},
@@ -130,43 +138,113 @@ TEST(EndOfContents, StaysForTheCommonFormAndIsTakenInTheCmsForm) {
     EXPECT_EQ(cms.position(), 9u);
 }
 
-// One extension that holds attributes, of which one holds extensions, and so on: a value that recurses
-// through tables.
-Octets nestedExtensions(int levels) {
-    const auto wrap = [](unsigned char tag, const Octets& content) {
-        test::Encoder encoder;
-        if (!content.empty()) xe_memcpy(encoder, content.data(), static_cast<std::uint32_t>(content.size()));
-        const int length = xe_tag_len(encoder, static_cast<ASN1TAG>(tag & 0xE0) << 24 | (tag & 0x1F),
-                                      static_cast<int>(content.size()));
-        const unsigned char* first = xe_getp(encoder);
-        return Octets(first, first + length);
-    };
-    const auto join = [](const Octets& first, const Octets& second) {
-        Octets both = first;
-        both.insert(both.end(), second.begin(), second.end());
-        return both;
-    };
-    const Octets directoryAttributes = test::octets("06 03 55 1D 09");
-    const Octets extensionRequest = test::octets("06 09 2A 86 48 86 F7 0D 01 09 0E");
-    Octets extensions = wrap(0x30, wrap(0x30, join(test::octets("06 02 2A 03"), test::octets("04 00"))));
-    for (int level = 0; level < levels; ++level) {
-        const Octets attribute = wrap(0x30, join(extensionRequest, wrap(0x31, extensions)));
-        extensions = wrap(0x30, wrap(0x30, join(directoryAttributes, wrap(0x04, wrap(0x30, attribute)))));
-    }
-    return extensions;
+Octets joined(const Octets& first, const Octets& second) {
+    Octets both = first;
+    both.insert(both.end(), second.begin(), second.end());
+    return both;
+}
+
+Octets wrapped(unsigned char identifier, const Octets& content) {
+    test::Encoder encoder;
+    if (!content.empty()) xe_memcpy(encoder, content.data(), static_cast<std::uint32_t>(content.size()));
+    const ASN1TAG tag = static_cast<ASN1TAG>(identifier & 0xE0) << 24 | (identifier & 0x1F);
+    const int length = xe_tag_len(encoder, tag, static_cast<int>(content.size()));
+    const unsigned char* first = xe_getp(encoder);
+    return Octets(first, first + length);
+}
+
+// Values that hold one of their own kind: one turn puts `value` into the next.
+Octets extensionsAround(const Octets& value) {
+    const Octets attribute = joined(test::octets("06 09 2A 86 48 86 F7 0D 01 09 0E"), wrapped(0x31, value));
+    const Octets octets = wrapped(0x04, wrapped(0x30, wrapped(0x30, attribute)));
+    return wrapped(0x30, wrapped(0x30, joined(test::octets("06 03 55 1D 09"), octets)));
+}
+
+Octets signedDataAround(const Octets& value) {
+    const Octets content = wrapped(0xA0, wrapped(0x04, value));
+    const Octets encapsulated =
+        wrapped(0x30, joined(test::octets("06 09 2A 86 48 86 F7 0D 01 07 02"), content));
+    return wrapped(0x30, joined(joined(test::octets("02 01 03 31 00"), encapsulated), test::octets("31 00")));
+}
+
+Octets messageAround(const Octets& value) {
+    return wrapped(0x30, joined(test::octets("30 09 02 01 02 82 01 61 82 01 62"), wrapped(0xB4, value)));
+}
+
+struct Nest {
+    const char* type;
+    const char* innermost;
+    Octets (*around)(const Octets&);
+    int levelsPerTurn;
+};
+
+const Nest kNests[] = {
+    {"Extensions", "30 08 30 06 06 02 2A 03 04 00", extensionsAround, 6},
+    {"SignedData", "30 14 02 01 03 31 00 30 0B 06 09 2A 86 48 86 F7 0D 01 07 01 31 00", signedDataAround, 3},
+    {"PKIMessage", "30 0F 30 09 02 01 02 82 01 61 82 01 62 B3 02 05 00", messageAround, 2},
+};
+
+Octets nested(const Nest& nest, int turns) {
+    Octets value = test::octets(nest.innermost);
+    while (turns-- > 0)
+        value = nest.around(value);
+    return value;
+}
+
+// The most turns that are still decoded.
+int deepest(const Nest& nest) {
+    const auto& type = test::typeNamed(nest.type);
+    int turns = 0;
+    while (turns < 200 && test::recode(type, nested(nest, turns + 1)).status == RTS_OK)
+        ++turns;
+    return turns;
 }
 
 TEST(Nesting, EndsAtItsBoundWhateverTheSize) {
-    const auto& type = test::typeNamed("Extensions");
-    EXPECT_EQ(test::recode(type, nestedExtensions(10)).octets, nestedExtensions(10));
-    int levels = 10;
-    while (test::recode(type, nestedExtensions(levels)).status == RTS_OK)
-        ++levels;
-    EXPECT_EQ(test::recode(type, nestedExtensions(levels)).status, RTS_NO_MEMORY);
-    EXPECT_EQ(test::recode(type, nestedExtensions(200)).status, RTS_NO_MEMORY);
-    // Six levels each: two lists of extensions and attributes, their elements, the values, and the set.
-    EXPECT_GE(levels * 6, 64);
-    EXPECT_LE(levels * 5, asn1data::kMostLevels + 6);
+    for (const Nest& nest : kNests) {
+        SCOPED_TRACE(nest.type);
+        const auto& type = test::typeNamed(nest.type);
+        const int turns = deepest(nest);
+        EXPECT_EQ(test::recode(type, nested(nest, turns)).octets, nested(nest, turns));
+        EXPECT_EQ(test::recode(type, nested(nest, turns + 1)).status, RTS_NO_MEMORY);
+        EXPECT_EQ(test::recode(type, nested(nest, 200)).status, RTS_NO_MEMORY);
+        EXPECT_GE(turns * nest.levelsPerTurn, 64);
+        EXPECT_LE(turns * nest.levelsPerTurn, asn1data::kMostLevels + nest.levelsPerTurn);
+    }
+}
+
+// Decodes, copies, encodes and frees the deepest value that passes.
+void* liveThrough(void* argument) {
+    const auto& nest = *static_cast<const Nest*>(argument);
+    const auto& type = test::typeNamed(nest.type);
+    const Octets message = nested(nest, deepest(nest));
+    test::Decoder decoder(message);
+    void* record = asn1data::newRecord(decoder, type);
+    EXPECT_EQ(asn1data::decode(decoder, type, record, ASN1EXPL, 0), RTS_OK);
+    test::Encoder encoder;
+    void* copied = asn1data::newRecord(encoder, type);
+    asn1data::copy(encoder, type, record, copied);
+    EXPECT_EQ(asn1data::encode(encoder, type, copied, ASN1EXPL), static_cast<int>(message.size()));
+    asn1data::freeValue(encoder, type, copied);
+    return nullptr;
+}
+
+#ifdef __SANITIZE_ADDRESS__
+constexpr std::size_t kSmallStack = 1024 * 1024;  // frames are larger there
+#else
+constexpr std::size_t kSmallStack = 256 * 1024;
+#endif
+
+TEST(Nesting, AtItsBoundFitsASmallStack) {
+    for (const Nest& nest : kNests) {
+        pthread_attr_t attributes;
+        ASSERT_EQ(pthread_attr_init(&attributes), 0);
+        ASSERT_EQ(pthread_attr_setstacksize(&attributes, kSmallStack), 0);
+        pthread_t thread;
+        ASSERT_EQ(pthread_create(&thread, &attributes, liveThrough, const_cast<Nest*>(&nest)), 0);
+        pthread_join(thread, nullptr);
+        pthread_attr_destroy(&attributes);
+    }
 }
 
 TEST(ConstraintText, NamesWhatWasMeasured) {
@@ -178,6 +256,7 @@ TEST(ConstraintText, NamesWhatWasMeasured) {
     const auto& serial = test::typeNamed("CPSuri");
     const auto& bmp = test::typeNamed("_commonName_Type");
     EXPECT_EQ(constraintText(extensions, {}), "pvalue->count");
+    EXPECT_EQ(constraintText(extensions, {Place::Kind::Field, "crlExtensions"}), "pvalue->count");
     EXPECT_EQ(constraintText(unitNames, {}), "pvalue->n");
     EXPECT_EQ(constraintText(initializationVector, {}), "pvalue->numocts");
     EXPECT_EQ(constraintText(serial, {}), "*pvalue");

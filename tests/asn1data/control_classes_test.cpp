@@ -13,8 +13,9 @@ namespace {
 const test::Octets kCertId =
     test::octets("30 17 30 09 06 05 2B 0E 03 02 1A 05 00 04 02 41 42 04 02 43 44 02 02 00 80");
 
+// On one buffer for all: what a control allocates lives on the heap of the buffer that it was bound to last.
 std::string encodedBy(ASN1CType& control) {
-    ASN1BEREncodeBuffer buffer;
+    static ASN1BEREncodeBuffer buffer;
     const int length = control.EncodeTo(buffer);
     return length < 0 ? "status " + std::to_string(length)
                       : test::text(buffer.getMsgPtr(), static_cast<std::size_t>(length));

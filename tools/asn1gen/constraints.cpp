@@ -72,7 +72,7 @@ IntegerForm ConstraintReader::integer(const syntax::Type& type) const {
     if (lower == kMin && upper == kMax) return {Kind::BigInteger, std::nullopt};
     if (lower == 0 && upper == kMax) return {Kind::Unsigned, std::nullopt};
     if (lower == 0 && upper == UINT16_MAX) return {Kind::Uint16, std::nullopt};
-    return {Kind::Unsigned, limits(*type.range)};
+    return {upper <= UINT16_MAX ? Kind::Uint16 : Kind::Unsigned, limits(*type.range)};
 }
 
 }  // namespace asn1gen

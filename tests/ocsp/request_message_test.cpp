@@ -1,0 +1,391 @@
+#include "ocsp/request_message.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <random>
+#include <set>
+
+#include "base/exception.h"
+#include "messages.h"
+#include "support/allocation.h"
+#include "support/failing_new.h"
+#include "support/failures.h"
+
+namespace Mirvane::PKI::OCSP {
+namespace {
+
+using ASN1::CExtensions;
+using test::blob;
+using test::certID;
+using test::element;
+using test::nonceExtension;
+using test::Octets;
+using test::octets;
+using test::requestAbout;
+using test::requestList;
+using test::rsaSigner;
+using test::text;
+using test::thrownCode;
+
+constexpr unsigned kInvalidArgument = 0x80070057;
+constexpr unsigned kAsn1 = 0x80093101;
+constexpr unsigned kEmptyMessage = 0x80093102;
+constexpr unsigned kIncompleteSignature = 0x8009200D;
+
+CReqCert fullCertificate() {
+    return CReqCert(CReqCert::certificate, rsaSigner().encoded);
+}
+
+CReqCert withSignature() {
+    return CReqCert(CCertIdWithSignature(rsaSigner().encoded));
+}
+
+// A message of given parts: what stands in front of and behind the list of entries, which holds one CertID.
+CBlob wireRequest(Octets const& before, Octets const& behind = {}, Octets const& signature = {}) {
+    const CBlob identifier = certID().encode();
+    const Octets entry(identifier.pbData(), identifier.pbData() + identifier.cbData());
+    using test::operator+;
+    return test::blobFrom(
+        element(0x30, element(0x30, before + element(0x30, element(0x30, entry)) + behind) + signature));
+}
+
+Octets versionField(const char* number) {
+    return element(0xA0, element(0x02, octets(number)));
+}
+
+Octets requestorNameField(Octets const& generalName) {
+    return element(0xA1, generalName);
+}
+
+TEST(RequestMessage, NobodyFilledItIn) {
+    const CRequestMessage message;
+    EXPECT_EQ(message.get_version(), 0u);
+    EXPECT_TRUE(message.get_requestList().empty());
+    EXPECT_EQ(message.get_requestorName(), nullptr);
+    EXPECT_EQ(message.get_requestExtensions(), nullptr);
+    EXPECT_EQ(message.get_signatureAlgorithm(), nullptr);
+    EXPECT_EQ(message.get_signature(), nullptr);
+    EXPECT_EQ(message.get_signatureCerts(), nullptr);
+    EXPECT_EQ(text(message.encode()), "30 04 30 02 30 00");
+}
+
+TEST(RequestMessage, TheWaysToNameACertificateMakeTheVersion) {
+    const struct {
+        CSingleRequestList entries;
+        std::uint32_t version;
+    } rows[] = {
+        {requestList({certID(), certID()}), 0},
+        {requestList({fullCertificate()}), 1},
+        {requestList({certID(), certID(), withSignature()}), 1},
+        {{}, 0},
+    };
+    CRequestMessage message;
+    for (auto const& row : rows) {
+        message.put_requestList(row.entries);
+        EXPECT_EQ(message.get_version(), row.version);
+        const auto fields = test::elementsInside(test::blobFrom(test::elementsInside(message.encode())[0]));
+        EXPECT_EQ(text(fields[0]).starts_with("A0 03 02 01 01"), row.version == 1);
+        CRequestMessage read;
+        read.decode(message.encode());
+        EXPECT_EQ(read.get_version(), row.version);
+        EXPECT_EQ(read.get_requestList().size(), row.entries.size());
+        EXPECT_TRUE(read.encode() == message.encode());
+    }
+}
+
+TEST(RequestMessage, AReceivedVersionStaysUntilEntriesAreSet) {
+    CRequestMessage message;
+    message.decode(wireRequest(versionField("01")));
+    EXPECT_EQ(message.get_version(), 1u);
+    EXPECT_TRUE(message.encode() == wireRequest(versionField("01")));
+    message.put_requestList(message.get_requestList());
+    EXPECT_EQ(message.get_version(), 0u);
+    EXPECT_EQ(message.get_requestList().size(), 1u);
+    // A version of 0 that is written out is one that DER leaves out.
+    message.decode(wireRequest(versionField("00")));
+    message.put_requestList(requestList({certID()}));
+    EXPECT_TRUE(message.encode() == wireRequest({}));
+}
+
+TEST(RequestMessage, EntriesAreReplacedByLongerAndShorterLists) {
+    CRequestMessage message;
+    for (std::size_t count : {1u, 3u, 2u, 0u}) {
+        CSingleRequestList entries(count);
+        for (auto& entry : entries) {
+            const CExtensions extensions = nonceExtension();
+            entry.put_singleRequestExtensions(&extensions);
+        }
+        message.put_requestList(entries);
+        ASSERT_EQ(message.get_requestList().size(), count);
+        for (auto const& entry : message.get_requestList())
+            EXPECT_EQ(*entry.get_singleRequestExtensions(), nonceExtension());
+    }
+}
+
+TEST(RequestMessage, EmptyExtensionsAreLeftOut) {
+    const CExtensions none;
+    CSingleRequestList entries = requestList({certID()});
+    entries.front().put_singleRequestExtensions(&none);
+    CRequestMessage message;
+    message.put_requestList(entries);
+    message.put_requestExtensions(&none);
+    EXPECT_NE(message.get_requestExtensions(), nullptr);
+    EXPECT_TRUE(message.encode() == wireRequest({}));
+    CRequestMessage read;
+    read.decode(message.encode());
+    EXPECT_EQ(read.get_requestExtensions(), nullptr);
+    EXPECT_EQ(read.get_requestList().front().get_singleRequestExtensions(), nullptr);
+}
+
+TEST(RequestMessage, AllPartsComeBack) {
+    const CExtensions extensions = nonceExtension();
+    const CBlob name = test::blobFrom(test::madeName("Asker"));
+    CSingleRequestList entries = requestList({certID(), fullCertificate(), withSignature()});
+    entries.back().put_singleRequestExtensions(&extensions);
+    CRequestMessage message;
+    message.put_requestList(entries);
+    message.put_requestorName(&name);
+    message.put_requestExtensions(&extensions);
+    CRequestMessage read;
+    read.decode(message.encode());
+    EXPECT_EQ(*read.get_requestorName(), name);
+    EXPECT_EQ(*read.get_requestExtensions(), extensions);
+    auto entry = read.get_requestList().begin();
+    EXPECT_EQ(*entry++->get_reqCert().get_certID(), certID());
+    EXPECT_EQ(*entry++->get_reqCert().get_fullCert(), rsaSigner().encoded);
+    EXPECT_EQ(*entry->get_reqCert().get_certIdWithSignature(), *withSignature().get_certIdWithSignature());
+    EXPECT_EQ(*entry->get_singleRequestExtensions(), extensions);
+    // A setter takes what the object itself holds.
+    read.put_requestorName(read.get_requestorName());
+    read.put_requestExtensions(read.get_requestExtensions());
+    EXPECT_TRUE(read.encode() == message.encode());
+    read.put_requestorName(nullptr);
+    read.put_requestExtensions(nullptr);
+    EXPECT_EQ(read.get_requestorName(), nullptr);
+    EXPECT_EQ(read.get_requestExtensions(), nullptr);
+}
+
+TEST(RequestMessage, OnlyADirectoryNameMayAsk) {
+    const struct {
+        Octets generalName;
+        unsigned code;
+    } rows[] = {
+        {element(0xA4, test::madeName("Asker")), 0},
+        {octets("82 01 41"), kInvalidArgument},                    // dNSName
+        {octets("87 04 7F 00 00 01"), kInvalidArgument},           // iPAddress
+        {octets("88 01 2A"), kInvalidArgument},                    // registeredID
+        {octets("A0 07 06 01 2A A0 02 05 00"), kInvalidArgument},  // otherName
+    };
+    for (auto const& row : rows) {
+        CRequestMessage message;
+        EXPECT_EQ(thrownCode([&] { message.decode(wireRequest(requestorNameField(row.generalName))); }),
+                  row.code)
+            << text(row.generalName);
+        EXPECT_EQ(message.get_requestorName() != nullptr, row.code == 0);
+        EXPECT_EQ(message.get_requestList().size(), 1u);
+    }
+}
+
+TEST(RequestMessage, WhatDoesNotEncodeIsFoundOutThen) {
+    const CBlob noName = blob("05 00");
+    CRequestMessage message = requestAbout(certID());
+    message.put_requestorName(&noName);
+    EXPECT_EQ(thrownCode([&] { message.encode(); }), kAsn1);
+    message.put_requestorName(nullptr);
+    message.encode();
+    message.put_requestList(requestList({CReqCert(CReqCert::certificate, blob("30 00"))}));
+    EXPECT_EQ(thrownCode([&] { message.encode(); }), kAsn1);
+    EXPECT_EQ(message.get_version(), 1u);
+}
+
+TEST(RequestMessage, WhatDoesNotDecodeChangesNothing) {
+    CRequestMessage message;
+    message.decode(wireRequest(versionField("01")));
+    const CBlob before = message.encode();
+    EXPECT_EQ(thrownCode([&] { message.decode(CBlob()); }), kEmptyMessage);
+    EXPECT_EQ(thrownCode([&] { message.decode(CBlob(0ul)); }), kEmptyMessage);
+    for (const char* octets :
+         {"30", "30 00", "30 80", "31 04 30 02 30 00", "30 02 30 00", "30 04 30 02 31 00",
+          "30 06 30 04 30 02 30 00", "30 06 30 02 30 00 05 00", "04 01 00"}) {
+        EXPECT_EQ(thrownCode([&] { message.decode(blob(octets)); }), kAsn1) << octets;
+        EXPECT_TRUE(message.encode() == before) << octets;
+    }
+}
+
+TEST(RequestMessage, AnotherDecodeAppendsEntriesAndReplacesTheRest) {
+    CRequestMessage message;
+    const CBlob first = wireRequest(requestorNameField(element(0xA4, test::madeName("Asker"))));
+    message.decode(first);
+    message.decode(first);
+    EXPECT_EQ(message.get_requestList().size(), 2u);
+    message.decode(wireRequest({}));
+    EXPECT_EQ(message.get_requestList().size(), 3u);
+    EXPECT_EQ(message.get_requestorName(), nullptr);
+}
+
+TEST(RequestMessage, ASignatureOfNoBytesIsPresentAndNotWritten) {
+    const Octets unsignedPart =
+        element(0xA0, element(0x30, octets(std::string(test::kSha256WithRsa) + " 03 01 00")));
+    CRequestMessage message;
+    message.decode(wireRequest({}, {}, unsignedPart));
+    ASSERT_NE(message.get_signature(), nullptr);
+    EXPECT_EQ(message.get_signature()->cbData(), 0u);
+    EXPECT_FALSE(message.verify(rsaSigner().encoded));
+    EXPECT_TRUE(message.encode() == wireRequest({}));
+}
+
+TEST(RequestMessage, CopiesAreDeepAndAssignmentRevivesAClearedOne) {
+    CRequestMessage first = requestAbout(certID());
+    const CBlob encoded = first.encode();
+    CRequestMessage second(first);
+    first.put_requestList({});
+    EXPECT_TRUE(second.encode() == encoded);
+    first.clear();
+    first.clear();
+    first = second;
+    CRequestMessage& same = first;
+    first = same;
+    second.clear();
+    EXPECT_TRUE(first.encode() == encoded);
+}
+
+TEST(SingleRequest, IsReplacedAndRevivedByAssignment) {
+    CSingleRequest about(certID());
+    const CExtensions extensions = nonceExtension();
+    about.put_singleRequestExtensions(&extensions);
+    about.put_singleRequestExtensions(about.get_singleRequestExtensions());
+    CSingleRequest other;
+    EXPECT_EQ(*other.get_reqCert().get_certID(), CCertID());
+    other.clear();
+    other = about;
+    about.put_singleRequestExtensions(nullptr);
+    EXPECT_EQ(about.get_singleRequestExtensions(), nullptr);
+    EXPECT_EQ(*other.get_singleRequestExtensions(), extensions);
+    EXPECT_EQ(*other.get_reqCert().get_certID(), certID());
+}
+
+TEST(RequestMessage, OpensslReadsOurs) {
+    CRequestMessage message = requestAbout(certID());
+    const CExtensions nonce = nonceExtension();
+    message.put_requestExtensions(&nonce);
+    const test::Request read = test::opensslRequest(message.encode());
+    ASSERT_TRUE(read);
+    ASSERT_EQ(OCSP_request_onereq_count(read.get()), 1);
+    X509* const certificate = rsaSigner().certificate.get();
+    const std::unique_ptr<OCSP_CERTID, decltype(&OCSP_CERTID_free)> expected(
+        OCSP_cert_to_id(EVP_sha1(), certificate, certificate), &OCSP_CERTID_free);
+    EXPECT_EQ(OCSP_id_cmp(OCSP_onereq_get0_id(OCSP_request_onereq_get0(read.get(), 0)), expected.get()), 0);
+    EXPECT_GE(OCSP_REQUEST_get_ext_by_NID(read.get(), NID_id_pkix_OCSP_Nonce, -1), 0);
+    EXPECT_TRUE(test::writtenBy(i2d_OCSP_REQUEST, read.get()) == message.encode());
+}
+
+TEST(RequestMessage, ThoseOfOpensslAreReadAndComeBack) {
+    const test::Request request(OCSP_REQUEST_new(), &OCSP_REQUEST_free);
+    X509* const certificate = rsaSigner().certificate.get();
+    for (int count = 0; count < 3; ++count)
+        OCSP_request_add0_id(request.get(), OCSP_cert_to_id(EVP_sha1(), certificate, certificate));
+    OCSP_request_add1_nonce(request.get(), nullptr, 32);
+    OCSP_request_set1_name(request.get(), X509_get_subject_name(certificate));
+    const CBlob encoded = test::writtenBy(i2d_OCSP_REQUEST, request.get());
+    CRequestMessage message;
+    message.decode(encoded);
+    EXPECT_EQ(message.get_requestList().size(), 3u);
+    EXPECT_EQ(*message.get_requestList().front().get_reqCert().get_certID(), certID());
+    EXPECT_EQ(*message.get_requestorName(),
+              test::writtenBy(i2d_X509_NAME, X509_get_subject_name(certificate)));
+    EXPECT_EQ(message.get_requestExtensions()->front().get_extnValue().cbData(), 34u);
+    EXPECT_TRUE(message.encode() == encoded);
+}
+
+TEST(RequestMessage, RealRequestsComeBackToTheirOwnBytes) {
+    const auto files = test::vectorFiles("ocsp-requests");
+    if (files.empty()) GTEST_SKIP() << "no real messages here";
+    // Two write out the version that is the default, one has a serial number that is not minimal.
+    const std::set<std::string> notDer = {"bcjava-OCSPTest-b64_2.orq.der", "botan-test_ocsp-b64_0.orq.der",
+                                          "bssl-good_response_invalid_serial-pem3.orq.der"};
+    for (auto const& path : files) {
+        const CBlob received = test::blobFrom(test::readFile(path));
+        CRequestMessage message;
+        ASSERT_EQ(thrownCode([&] { message.decode(received); }), 0u) << path;
+        EXPECT_EQ(message.encode() == received, !notDer.contains(path.filename())) << path;
+    }
+}
+
+TEST(RequestMessage, DamageGivesAStatedFailureOrAMessage) {
+    CRequestMessage filled = requestAbout(withSignature());
+    const CExtensions extensions = nonceExtension();
+    filled.put_requestExtensions(&extensions);
+    std::vector<CBlob> messages = {filled.encode()};
+    for (auto const& path : test::vectorFiles("ocsp-requests"))
+        messages.push_back(test::blobFrom(test::readFile(path)));
+    std::mt19937 random(20260101);
+    for (CBlob const& whole : messages) {
+        for (int round = 0; round < 400; ++round) {
+            CRequestMessage message;
+            const unsigned code = thrownCode([&] { message.decode(test::damaged(whole, round, random)); });
+            EXPECT_TRUE(code == 0 || code == kAsn1 || code == kInvalidArgument) << std::hex << code;
+            const unsigned again = thrownCode([&] { message.encode(); });
+            EXPECT_TRUE(again == 0 || again == kAsn1) << std::hex << again;
+        }
+    }
+}
+
+using Step = std::function<void()>;
+const Step nothing = [] {};
+
+// Runs `action` with its first, second, ... allocation failing until it needs no more of them, between two
+// steps for which none fails.
+template <typename Failing>
+void sweep(Step const& prepare, Step const& action, Step const& afterFailure) {
+    for (int index = 0;; ++index) {
+        prepare();
+        bool failed = false;
+        bool happened = false;
+        {
+            Failing failing(index);
+            try {
+                const unsigned code = thrownCode(action);
+                failed = code == kAsn1 || code == 0x80093106;
+            } catch (std::bad_alloc const&) {
+                failed = true;
+            }
+            happened = failing.happened();
+        }
+        if (!happened) break;
+        EXPECT_TRUE(failed) << index;
+        afterFailure();
+    }
+}
+
+TEST(RequestMessage, EveryFailedAllocationIsAStatedFailure) {
+    CRequestMessage message = requestAbout(fullCertificate());
+    const CExtensions extensions = nonceExtension();
+    message.put_requestExtensions(&extensions);
+    CBlobList certificates = {rsaSigner().encoded};
+    test::sign(message, rsaSigner(), &certificates);
+    const CBlob encoded = message.encode();
+    sweep<test::FailingAllocation>(
+        nothing, [&] { message.encode(); }, nothing);
+    sweep<test::FailingNew>(
+        nothing, [&] { message.encode(); }, nothing);
+    const Step startAnew = [&] { message = CRequestMessage(); };
+    sweep<test::FailingAllocation>(
+        startAnew, [&] { message.decode(encoded); }, nothing);
+    bool sawHalfASignature = false;
+    sweep<test::FailingNew>(
+        startAnew, [&] { message.decode(encoded); },
+        [&] {
+            if (!message.get_signature() || message.get_signatureAlgorithm()) return;
+            sawHalfASignature = true;
+            EXPECT_EQ(thrownCode([&] { message.encode(); }), kIncompleteSignature);
+            EXPECT_EQ(thrownCode([&] { test::sign(message, rsaSigner()); }), kIncompleteSignature);
+            EXPECT_EQ(thrownCode([&] { message.verify(rsaSigner().encoded); }), kInvalidArgument);
+        });
+    EXPECT_TRUE(sawHalfASignature);
+    EXPECT_TRUE(message.encode() == encoded);
+    EXPECT_TRUE(message.verify(rsaSigner().encoded));
+}
+
+}  // namespace
+}  // namespace Mirvane::PKI::OCSP

@@ -1,0 +1,199 @@
+// Signing and verifying while the platform or memory fails: each call in turn.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <new>
+#include <set>
+
+#include "base/exception.h"
+#include "messages.h"
+#include "support/failing_new.h"
+#include "support/failures.h"
+#include "watched_platform.h"
+
+namespace Mirvane::PKI::OCSP {
+namespace {
+
+using test::algorithm;
+using test::certID;
+using test::Provider;
+using test::requestAbout;
+using test::responseOf;
+using test::rsaSigner;
+using test::signedRequest;
+using test::signedResponse;
+using test::Signer;
+using test::thrownCode;
+
+constexpr unsigned kInvalidArgument = 0x80070057;
+constexpr unsigned kBadSignature = 0x80090006;
+constexpr unsigned kBadAlgorithm = 0x80090008;
+constexpr unsigned kProviderFailed = 0x80090020;
+constexpr unsigned kUnknownAlgorithm = 0x80092004;
+
+// Runs `action` with its first, second, ... call of the platform failing with the code, and tells `look`
+// which function that was and what was thrown.
+void sweepPlatform(DWORD code, std::function<void()> const& action,
+                   std::function<void(std::string const&, unsigned)> const& look) {
+    const int before = test::watched.alive();
+    for (int index = 0;; ++index) {
+        test::watched.made = 0;
+        test::watched.failAt = index;
+        test::watched.code = code;
+        test::watched.failed.clear();
+        const unsigned thrown = thrownCode(action);
+        test::watched.failAt = -1;
+        EXPECT_EQ(test::watched.alive(), before) << test::watched.failed;
+        if (test::watched.failed.empty()) {
+            EXPECT_EQ(thrown, 0u);
+            EXPECT_GE(index, 6);
+            return;
+        }
+        look(test::watched.failed, thrown);
+    }
+}
+
+// Signatures of ECDSA differ each time, so that a new one shows.
+template <typename Message>
+void expectAllOrNothing(Message message, unsigned whenUnknown,
+                        std::function<void(Message&, HCRYPTPROV)> const& sign) {
+    const Provider provider(test::signerOfKind("P-256")->open());
+    sign(message, provider);
+    CBlob before = *message.get_signature();
+    const auto action = [&] { sign(message, provider); };
+    sweepPlatform(kProviderFailed, action, [&](std::string const& failed, unsigned thrown) {
+        const bool isUnknown = failed == "CryptFindOIDInfo" || failed == "CertOIDToAlgId";
+        const bool isIgnored = failed == "CryptContextAddRef";
+        EXPECT_EQ(thrown, isIgnored ? 0 : isUnknown ? whenUnknown : kProviderFailed) << failed;
+        // The reference is given back when all is stored.
+        const bool isStored = isIgnored || failed == "CryptReleaseContext";
+        EXPECT_EQ(*message.get_signature() != before, isStored) << failed;
+        before = *message.get_signature();
+    });
+    // A failure that gives no reason is taken for none.
+    sweepPlatform(0, action, [](std::string const&, unsigned) {});
+}
+
+TEST(ProviderFailures, SigningStoresAllOrNothing) {
+    expectAllOrNothing<CRequestMessage>(
+        requestAbout(certID()), kUnknownAlgorithm, [](CRequestMessage& message, HCRYPTPROV provider) {
+            message.sign(provider, AT_SIGNATURE, algorithm("1.2.840.10045.4.3.2"), nullptr);
+        });
+    expectAllOrNothing<CBasicResponse>(
+        responseOf(rsaSigner()), kBadAlgorithm, [](CBasicResponse& message, HCRYPTPROV provider) {
+            message.sign(provider, AT_SIGNATURE, algorithm("1.2.840.10045.4.3.2"));
+        });
+}
+
+TEST(ProviderFailures, VerifyingThrowsAndIsNeverTrue) {
+    const CBlob encoded = signedResponse().encode();
+    const CBlob certificate = rsaSigner().encoded;
+    bool accepted = false;
+    const auto action = [&] {
+        accepted = false;
+        CBasicResponse message;
+        message.decode(encoded);
+        accepted = message.verify(certificate);
+    };
+    for (DWORD code : {DWORD{kProviderFailed}, DWORD{kBadSignature}, DWORD{0}}) {
+        sweepPlatform(code, action, [&](std::string const& failed, unsigned thrown) {
+            // Without the platform's own choice a provider is searched for.
+            const bool isIgnored =
+                failed == "MVCAPI_I_CryptGetDefaultCryptProv" || failed == "CryptReleaseContext";
+            EXPECT_EQ(accepted, isIgnored) << failed;
+            const bool isRejected = failed == "CryptVerifySignatureA" && code == kBadSignature;
+            const unsigned expected = isIgnored || isRejected      ? 0
+                                      : failed == "CertOIDToAlgId" ? kBadAlgorithm
+                                                                   : code;
+            EXPECT_TRUE(code == 0 || thrown == expected) << failed;
+        });
+    }
+}
+
+TEST(ProviderFailures, AFailureWithoutAReasonIsThrownWhereNothingCanGoOn) {
+    const CBasicResponse message = signedResponse();
+    std::set<std::string> thrownFrom;
+    for (int index = 0; index < 10; ++index) {
+        test::watched = {.failAt = index};
+        try {
+            message.verify(rsaSigner().encoded);
+        } catch (ATL::CAtlException const& failure) {
+            if (failure.m_hr == 0) thrownFrom.insert(test::watched.failed);
+        }
+    }
+    test::watched = {};
+    EXPECT_EQ(thrownFrom, (std::set<std::string>{"CertCreateCertificateContext", "CryptImportPublicKeyInfo",
+                                                 "CryptVerifySignatureA"}));
+}
+
+TEST(ProviderFailures, AResponderIdThrowsWhatTheProviderLeft) {
+    sweepPlatform(
+        kProviderFailed, [] { CResponderID::fromCert(CResponderID::byKey, rsaSigner().encoded); },
+        [](std::string const& failed, unsigned thrown) {
+            EXPECT_EQ(thrown, failed == "CryptReleaseContext" ? 0 : kProviderFailed) << failed;
+        });
+    test::watched = {.failAt = 0};
+    EXPECT_EQ(thrownCode([] { CResponderID::fromCert(CResponderID::byKey, rsaSigner().encoded); }),
+              kInvalidArgument);
+    test::watched = {};
+}
+
+// Runs `action` with its first, second, ... allocation failing.
+void sweepMemory(std::function<void()> const& action, std::function<void(bool threw)> const& look) {
+    const int before = test::watched.alive();
+    for (int index = 0;; ++index) {
+        bool threw = false;
+        bool happened = false;
+        {
+            const test::FailingNew failing(index);
+            try {
+                action();
+            } catch (std::bad_alloc const&) {
+                threw = true;
+            } catch (ATL::CAtlException const&) {
+                threw = true;
+            }
+            happened = failing.happened();
+        }
+        EXPECT_EQ(test::watched.alive(), before) << index;
+        if (!happened) return;
+        look(threw);
+    }
+}
+
+TEST(MemoryFailures, SigningStoresAllOrNothing) {
+    const Signer& ecdsa = *test::signerOfKind("P-256");
+    const Provider provider(ecdsa.open());
+    const CBlobList certificates = {ecdsa.encoded};
+    CRequestMessage request = signedRequest(ecdsa);
+    CBlob before = *request.get_signature();
+    sweepMemory([&] { request.sign(provider, AT_SIGNATURE, ecdsa.algorithm, &certificates); },
+                [&](bool threw) {
+                    EXPECT_EQ(*request.get_signature() == before, threw);
+                    EXPECT_EQ(request.get_signatureCerts() == nullptr, threw);
+                    request = signedRequest(ecdsa);
+                    before = *request.get_signature();
+                });
+    CBasicResponse response = signedResponse(ecdsa);
+    before = *response.get_signature();
+    sweepMemory([&] { response.sign(provider, AT_SIGNATURE, ecdsa.algorithm); },
+                [&](bool threw) {
+                    EXPECT_EQ(*response.get_signature() == before, threw);
+                    before = *response.get_signature();
+                });
+}
+
+TEST(MemoryFailures, VerifyingNeverRejects) {
+    CBasicResponse message;
+    message.decode(signedResponse().encode());
+    bool accepted = false;
+    const auto action = [&] {
+        accepted = false;
+        accepted = message.verify(rsaSigner().encoded);
+    };
+    sweepMemory(action, [&](bool threw) { EXPECT_NE(accepted, threw); });
+    EXPECT_TRUE(accepted);
+}
+
+}  // namespace
+}  // namespace Mirvane::PKI::OCSP

@@ -1,0 +1,445 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+
+#include "base/exception.h"
+#include "messages.h"
+#include "ocsp/message_signature.h"
+#include "ocsp/response_message.h"
+#include "support/failures.h"
+
+namespace Mirvane::PKI::OCSP {
+namespace {
+
+using ASN1::CAlgorithmIdentifierEx;
+using ASN1::CExtensions;
+using test::algorithm;
+using test::blob;
+using test::certID;
+using test::element;
+using test::Octets;
+using test::octets;
+using test::Provider;
+using test::requestAbout;
+using test::responseOf;
+using test::rsaSigner;
+using test::signedRequest;
+using test::signedResponse;
+using test::Signer;
+using test::text;
+using test::thrownCode;
+using test::operator+;
+
+constexpr unsigned kGeneral = 0x80004005;
+constexpr unsigned kInvalidArgument = 0x80070057;
+constexpr unsigned kBadAlgorithm = 0x80090008;
+constexpr unsigned kUnknownAlgorithm = 0x80092004;
+constexpr unsigned kAsn1 = 0x80093101;
+
+constexpr char kSha1WithRsa[] = "1.2.840.113549.1.1.5";
+constexpr char kSha256[] = "2.16.840.1.101.3.4.2.1";
+constexpr char kPss[] = "1.2.840.113549.1.1.10";
+
+Octets octetsOf(CBlob const& value) {
+    return Octets(value.pbData(), value.pbData() + value.cbData());
+}
+
+// OpenSSL's signature of octets, in the order of ASN.1.
+Octets opensslSignature(Octets const& data, Signer const& signer) {
+    const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(), EVP_MD_CTX_free);
+    EVP_DigestSignInit(context.get(), nullptr, signer.digest, nullptr, signer.key.get());
+    Octets signature(1024);
+    std::size_t length = signature.size();
+    EXPECT_EQ(EVP_DigestSign(context.get(), signature.data(), &length, data.data(), data.size()), 1);
+    signature.resize(length);
+    return signature;
+}
+
+class EachKindOfKey : public testing::TestWithParam<test::Algorithms> {
+  protected:
+    void SetUp() override {
+        signer = test::signerOfKind(GetParam().kind);
+        if (!signer) GTEST_SKIP() << "no GOST engine here";
+    }
+    Signer const* signer = nullptr;
+};
+
+TEST_P(EachKindOfKey, OpensslAcceptsOurRequest) {
+    CBlobList certificates = {signer->encoded};
+    CRequestMessage message = signedRequest(*signer);
+    test::sign(message, *signer, &certificates);
+    EXPECT_TRUE(message.verify(signer->encoded));
+    const test::Request read = test::opensslRequest(message.encode());
+    ASSERT_TRUE(read);
+    EXPECT_EQ(
+        OCSP_request_verify(read.get(), nullptr, test::storeOf(signer->certificate).get(), OCSP_TRUSTOTHER),
+        1);
+}
+
+TEST_P(EachKindOfKey, OpensslAcceptsOurResponse) {
+    for (bool withCertificate : {false, true}) {
+        const CBlobList certificates = {signer->encoded};
+        CBasicResponse message = responseOf(*signer);
+        message.put_clockPrecisionDigits(0);
+        if (withCertificate) message.put_certs(&certificates);
+        test::sign(message, *signer);
+        EXPECT_TRUE(message.verify(signer->encoded));
+        const test::Response read = test::opensslResponse(message.encode());
+        ASSERT_TRUE(read);
+        EXPECT_EQ(OCSP_basic_verify(read.get(), test::stackOf(signer->certificate).get(),
+                                    test::storeOf(signer->certificate).get(), 0),
+                  1);
+    }
+}
+
+TEST_P(EachKindOfKey, WeAcceptTheRequestOfOpenssl) {
+    X509* const certificate = signer->certificate.get();
+    const test::Request request(OCSP_REQUEST_new(), &OCSP_REQUEST_free);
+    OCSP_request_add0_id(request.get(), OCSP_cert_to_id(EVP_sha1(), certificate, certificate));
+    ASSERT_EQ(OCSP_request_sign(request.get(), certificate, signer->key.get(), signer->digest, nullptr, 0),
+              1);
+    CRequestMessage message;
+    message.decode(test::writtenBy(i2d_OCSP_REQUEST, request.get()));
+    EXPECT_TRUE(message.verify(signer->encoded));
+    EXPECT_TRUE(message.verify(message.get_signatureCerts()->front()));
+    EXPECT_TRUE(message.encode() == test::writtenBy(i2d_OCSP_REQUEST, request.get()));
+}
+
+TEST_P(EachKindOfKey, WeAcceptTheResponseOfOpenssl) {
+    X509* const certificate = signer->certificate.get();
+    const test::Response response(OCSP_BASICRESP_new(), &OCSP_BASICRESP_free);
+    const std::unique_ptr<ASN1_TIME, decltype(&ASN1_STRING_free)> now(ASN1_TIME_set(nullptr, 1767225600),
+                                                                      &ASN1_STRING_free);
+    const std::unique_ptr<OCSP_CERTID, decltype(&OCSP_CERTID_free)> id(
+        OCSP_cert_to_id(EVP_sha1(), certificate, certificate), &OCSP_CERTID_free);
+    OCSP_basic_add1_status(response.get(), id.get(), V_OCSP_CERTSTATUS_REVOKED, 1, now.get(), now.get(),
+                           now.get());
+    ASSERT_EQ(OCSP_basic_sign(response.get(), certificate, signer->key.get(), signer->digest, nullptr, 0), 1);
+    CBasicResponse message;
+    message.decode(test::writtenBy(i2d_OCSP_BASICRESP, response.get()));
+    EXPECT_TRUE(message.verify(signer->encoded));
+    EXPECT_TRUE(message.get_responderID() == CResponderID::fromCert(CResponderID::byName, signer->encoded));
+    message.put_clockPrecisionDigits(0);
+    EXPECT_TRUE(message.encode() == test::writtenBy(i2d_OCSP_BASICRESP, response.get()));
+}
+
+TEST_P(EachKindOfKey, DamageIsAWrongSignature) {
+    const CBlob encoded = signedResponse(*signer).encode();
+    const std::vector<Octets> parts = test::elementsInside(encoded);
+    const auto verified = [&](Octets const& part, Octets const& bits) {
+        CBasicResponse message;
+        message.decode(test::blobFrom(element(0x30, part + parts[1] + bits)));
+        return message.verify(signer->encoded);
+    };
+    EXPECT_TRUE(verified(parts[0], parts[2]));
+    Octets part = parts[0];
+    *std::search(part.begin(), part.end(), std::begin("20260101"), std::begin("20260101") + 8) = '3';
+    EXPECT_FALSE(verified(part, parts[2]));
+    for (std::size_t fromEnd : {1, 7, 40}) {
+        Octets bits = parts[2];
+        bits[bits.size() - fromEnd] ^= 1;
+        EXPECT_FALSE(verified(parts[0], bits));
+    }
+    for (const char* bits : {"03 01 00", "03 02 00 00", "03 03 00 30 80", "03 05 00 FF FF FF FF"})
+        EXPECT_FALSE(verified(parts[0], octets(bits))) << bits;
+}
+
+INSTANTIATE_TEST_SUITE_P(Signing, EachKindOfKey, testing::ValuesIn(test::signatureAlgorithms),
+                         [](auto const& row) {
+                             std::string name = row.param.kind;
+                             std::erase(name, '-');
+                             return name;
+                         });
+
+TEST(Signing, AnotherKeyOfTheSameKindIsRejected) {
+    const auto key = test::own(EVP_PKEY_Q_keygen(nullptr, nullptr, "RSA", std::size_t{2048}));
+    const auto other = test::makeCertificate(key, EVP_sha256(), "RSA", 4711);
+    const CBlob encoded = test::writtenBy(i2d_X509, other.get());
+    EXPECT_FALSE(signedRequest().verify(encoded));
+    EXPECT_FALSE(signedResponse().verify(encoded));
+}
+
+TEST(Signing, OnlyTheLastSignatureIsLeft) {
+    CRequestMessage message = signedRequest();
+    const Signer& second = *test::signerOfKind("P-256");
+    test::sign(message, second);
+    EXPECT_TRUE(message.verify(second.encoded));
+    EXPECT_EQ(*message.get_signatureAlgorithm(), second.algorithm);
+}
+
+// What verify() hashes, by how the message came to be.
+template <typename Message>
+void expectStates(Message const& built, std::function<void(Message&)> const& change) {
+    const CBlob certificate = rsaSigner().encoded;
+    EXPECT_TRUE(built.verify(certificate));
+    EXPECT_TRUE(Message(built).verify(certificate));
+    Message changed(built);
+    change(changed);
+    EXPECT_FALSE(changed.verify(certificate));
+
+    Message decoded;
+    decoded.decode(built.encode());
+    EXPECT_TRUE(decoded.verify(certificate));
+    change(decoded);
+    EXPECT_TRUE(decoded.verify(certificate));
+    EXPECT_FALSE(Message(decoded).verify(certificate));
+    test::sign(decoded, rsaSigner());
+    EXPECT_FALSE(decoded.verify(certificate));
+    EXPECT_TRUE(Message(decoded).verify(certificate));
+    Message assigned;
+    assigned.decode(built.encode());
+    assigned = decoded;
+    EXPECT_TRUE(assigned.verify(certificate));
+}
+
+TEST(Signing, WhatIsHashedFollowsFromHowTheMessageCameToBe) {
+    const CExtensions nonce = test::nonceExtension();
+    expectStates<CRequestMessage>(signedRequest(),
+                                  [&](CRequestMessage& message) { message.put_requestExtensions(&nonce); });
+    expectStates<CBasicResponse>(signedResponse(),
+                                 [&](CBasicResponse& message) { message.put_responseExtensions(&nonce); });
+}
+
+TEST(Signing, APrecisionSetLaterChangesWhatWasSigned) {
+    CBasicResponse response(CDateTime("20260101120000.5Z"), CResponderID(CResponderID::byKey, blob("01")));
+    test::sign(response, rsaSigner());
+    EXPECT_TRUE(response.verify(rsaSigner().encoded));
+    response.put_clockPrecisionDigits(0);
+    EXPECT_FALSE(response.verify(rsaSigner().encoded));
+}
+
+// Whole messages round a part that OpenSSL signed as it stands.
+CBlob signedAround(Octets const& part, bool indefinite = false) {
+    const Octets bits = element(0x03, octets("00") + opensslSignature(part, rsaSigner()));
+    const Octets signature = element(0xA0, element(0x30, octetsOf(rsaSigner().algorithm.encode()) + bits));
+    if (!indefinite) return test::blobFrom(element(0x30, part + signature));
+    return test::blobFrom(octets("30 80") + part + signature + octets("00 00"));
+}
+
+TEST(Signing, ReceivedOctetsAreHashedAsTheyCame) {
+    const Octets list = element(0x30, element(0x30, octetsOf(certID().encode())));
+    const Octets version = octets("A0 03 02 01 00");
+    const Octets longLength =
+        octets("30 84 00 00 00") + Octets{static_cast<unsigned char>(list.size())} + list;
+    const std::pair<const char*, Octets> parts[] = {
+        {"the default version written out", element(0x30, version + list)},
+        {"a length in more octets than it needs", longLength},
+    };
+    for (auto const& [name, part] : parts) {
+        for (bool indefinite : {false, true}) {
+            const CBlob encoded = signedAround(part, indefinite);
+            EXPECT_EQ(text(extractTbsBlob(encoded)), text(part)) << name;
+            CRequestMessage message;
+            ASSERT_EQ(thrownCode([&] { message.decode(encoded); }), 0u) << name;
+            EXPECT_TRUE(message.verify(rsaSigner().encoded)) << name;
+            EXPECT_FALSE(CRequestMessage(message).verify(rsaSigner().encoded)) << name;
+        }
+    }
+}
+
+TEST(Signing, OctetsToSignEndWithTheirElement) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"30 04 30 02 30 00", "30 02 30 00"},
+        {"30 04 30 02 30 00 FF", "30 02 30 00"},
+        {"30 80 30 02 30 00 00 00", "30 02 30 00"},
+        {"30 80 30 80 30 00 00 00 00 00", "30 80 30 00 00 00"},
+        {"30 80 30 80 30 80 00 00 00 00 A0 00 00 00", "30 80 30 80 00 00 00 00"},
+        {"30 08 30 80 30 80 00 00 00 00", "30 80 30 80 00 00 00 00"},
+    };
+    for (auto [message, part] : rows)
+        EXPECT_EQ(text(extractTbsBlob(blob(message))), part) << message;
+}
+
+TEST(Signing, OctetsToSignAreFoundInASequenceOnly) {
+    for (const char* octets :
+         {"05 00", "30 00", "30 02 05 00", "30 02 30 01", "30 80 30 80 00", "30 03 02 01 00"})
+        EXPECT_EQ(thrownCode([&] { extractTbsBlob(blob(octets)); }), kAsn1) << octets;
+}
+
+TEST(Signing, AMessageDecodesFromItsOwnParts) {
+    CRequestMessage message;
+    message.decode(signedAround(element(0x30, octets("30 00"))));
+    EXPECT_EQ(thrownCode([&] { message.decode(*message.get_signature()); }), kAsn1);
+    const Octets whole = octetsOf(signedRequest().encode());
+    const Octets inside =
+        element(0x30, octetsOf(rsaSigner().algorithm.encode()) + element(0x03, octets("00") + whole));
+    message.decode(test::blobFrom(element(0x30, octets("30 02 30 00") + element(0xA0, inside))));
+    message.decode(*message.get_signature());
+    EXPECT_TRUE(message.verify(rsaSigner().encoded));
+}
+
+TEST(Signing, CertificatesStayUnlessAListIsGiven) {
+    const CBlobList certificates = {rsaSigner().encoded};
+    const CBlobList none;
+    CRequestMessage message = requestAbout(certID());
+    test::sign(message, rsaSigner(), &certificates);
+    test::sign(message, rsaSigner());
+    EXPECT_TRUE(*message.get_signatureCerts() == certificates);
+    // The message's own parts serve as arguments.
+    message.sign(Provider(rsaSigner().open()), AT_KEYEXCHANGE, *message.get_signatureAlgorithm(),
+                 message.get_signatureCerts());
+    EXPECT_TRUE(*message.get_signatureCerts() == certificates);
+    EXPECT_TRUE(message.verify(rsaSigner().encoded));
+    test::sign(message, rsaSigner(), &none);
+    EXPECT_TRUE(message.get_signatureCerts()->empty());
+    CRequestMessage read;
+    read.decode(message.encode());
+    EXPECT_EQ(read.get_signatureCerts(), nullptr);
+    EXPECT_NE(read.get_signature(), nullptr);
+}
+
+TEST(Signing, ABadCertificateIsFoundOutAfterSigning) {
+    const CBlobList certificates = {blob("30 00")};
+    CRequestMessage message = requestAbout(certID());
+    test::sign(message, rsaSigner(), &certificates);
+    EXPECT_EQ(thrownCode([&] { message.encode(); }), kAsn1);
+    EXPECT_EQ(thrownCode([&] { message.verify(rsaSigner().encoded); }), kAsn1);
+    EXPECT_EQ(thrownCode([&] { test::sign(message, rsaSigner()); }), kAsn1);
+}
+
+TEST(Signing, TheTwoMessagesTakeDifferentIdentifiers) {
+    const struct {
+        const char* identifier;
+        unsigned request;
+        unsigned response;
+    } rows[] = {
+        {"1.2.840.113549.1.1.11", 0, 0},
+        {kSha256, kUnknownAlgorithm, 0},
+        {kPss, kUnknownAlgorithm, kBadAlgorithm},
+        {"1.3.101.112", kUnknownAlgorithm, kBadAlgorithm},
+        {"1.2.3", kUnknownAlgorithm, kBadAlgorithm},
+        {"", kUnknownAlgorithm, kBadAlgorithm},
+        {"1.2.840.113549.1.1.1", kUnknownAlgorithm, kBadAlgorithm},
+    };
+    const Provider provider(rsaSigner().open());
+    for (auto const& row : rows) {
+        const CAlgorithmIdentifierEx identifier = algorithm(row.identifier);
+        CRequestMessage request = requestAbout(certID());
+        CBasicResponse response = responseOf(rsaSigner());
+        EXPECT_EQ(thrownCode([&] { request.sign(provider, AT_SIGNATURE, identifier, nullptr); }), row.request)
+            << row.identifier;
+        EXPECT_EQ(thrownCode([&] { response.sign(provider, AT_SIGNATURE, identifier); }), row.response)
+            << row.identifier;
+        EXPECT_EQ(request.get_signature() != nullptr, row.request == 0);
+        EXPECT_EQ(response.get_signature() != nullptr, row.response == 0);
+        if (row.response == 0) {
+            EXPECT_TRUE(response.verify(rsaSigner().encoded)) << row.identifier;
+        }
+    }
+}
+
+TEST(Signing, AKeyThatCannotSignLeavesTheMessageAsItWas) {
+    HCRYPTPROV stale = rsaSigner().open();
+    CryptReleaseContext(stale, 0);
+    const Provider keyless(MVCAPI_I_CryptGetDefaultCryptProv(CALG_RSA_KEYX, CALG_SHA_256));
+    const Provider rsa(rsaSigner().open());
+    const struct {
+        HCRYPTPROV provider;
+        unsigned keySpecification;
+        unsigned code;
+    } rows[] = {{0, AT_SIGNATURE, 0x80090001},
+                {stale, AT_SIGNATURE, 0x80090001},
+                {12345, AT_SIGNATURE, 0x80090001},
+                {keyless, AT_SIGNATURE, 0x8009000D},
+                {rsa, 3, 0x8009000D}};
+    CRequestMessage request = signedRequest();
+    CBasicResponse response = signedResponse();
+    const CBlob requestBefore = request.encode();
+    const CBlob responseBefore = response.encode();
+    const CBlobList certificates = {rsaSigner().encoded};
+    const CAlgorithmIdentifierEx sha1 = algorithm(kSha1WithRsa);
+    for (auto const& row : rows) {
+        EXPECT_EQ(thrownCode([&] { request.sign(row.provider, row.keySpecification, sha1, &certificates); }),
+                  row.code);
+        EXPECT_EQ(thrownCode([&] { response.sign(row.provider, row.keySpecification, sha1); }), row.code);
+    }
+    EXPECT_TRUE(request.encode() == requestBefore);
+    EXPECT_TRUE(response.encode() == responseBefore);
+}
+
+TEST(Verifying, WhatIsNotSignedThrows) {
+    EXPECT_EQ(thrownCode([] { requestAbout(certID()).verify(CBlob()); }), kInvalidArgument);
+    EXPECT_EQ(thrownCode([] { responseOf(rsaSigner()).verify(CBlob()); }), kGeneral);
+}
+
+// A response of RSA that says to be signed by another algorithm.
+CBasicResponse relabelled(const char* identifier) {
+    const std::vector<Octets> parts = test::elementsInside(signedResponse().encode());
+    const Octets label = octetsOf(algorithm(identifier).encode());
+    CBasicResponse message;
+    message.decode(test::blobFrom(element(0x30, parts[0] + label + parts[2])));
+    return message;
+}
+
+TEST(Verifying, OnlyARejectedSignatureIsFalse) {
+    test::MadeCertificate badKey;
+    badKey.keyBits = "00 30 03 02 01 23";
+    const auto ed25519 = test::makeCertificate(test::keyOfKind("Ed25519"), nullptr, "Ed25519", 1);
+    const CBlob rsa = rsaSigner().encoded;
+    const struct {
+        const char* name;
+        CBasicResponse message;
+        CBlob certificate;
+        unsigned code;  // 0 for false
+    } rows[] = {
+        {"no certificate", signedResponse(), blob("30 00"), 0x80093103},
+        {"no bytes", signedResponse(), CBlob(), 0x80093102},
+        {"bytes behind the certificate", signedResponse(), CBlob(rsa) += blob("00"), 0x80093202},
+        {"a key that is none", signedResponse(), badKey.encoded(), 0x80090003},
+        {"a key of unknown kind", signedResponse(), test::writtenBy(i2d_X509, ed25519.get()), kBadAlgorithm},
+        {"an unknown algorithm", relabelled("1.2.3"), rsa, kBadAlgorithm},
+        {"PSS", relabelled(kPss), rsa, kBadAlgorithm},
+        {"another hash", relabelled(kSha1WithRsa), rsa, 0},
+        {"a hash of GOST", relabelled("1.2.643.7.1.1.3.2"), rsa, kBadAlgorithm},
+        {"a key of another kind", signedResponse(), test::signerOfKind("P-256")->encoded, 0},
+    };
+    for (auto const& row : rows) {
+        EXPECT_EQ(thrownCode([&] { EXPECT_FALSE(row.message.verify(row.certificate)) << row.name; }),
+                  row.code)
+            << row.name;
+    }
+}
+
+TEST(Verifying, AForeignHashDoesNotReachAGostKey) {
+    for (const char* kind : {"GOST2001", "GOST2012-256", "GOST2012-512"}) {
+        Signer const* const gost = test::signerOfKind(kind);
+        if (!gost) GTEST_SKIP() << "no GOST engine here";
+        for (const char* label : {kSha1WithRsa, "1.2.840.113549.1.1.11", "1.2.840.113549.1.1.4"})
+            EXPECT_EQ(thrownCode([&] { relabelled(label).verify(gost->encoded); }), kBadAlgorithm) << kind;
+    }
+}
+
+TEST(Verifying, RealSignedMessagesVerifyByTheirOwnCertificates) {
+    int verified = 0;
+    for (auto const& path : test::vectorFiles("ocsp-requests")) {
+        CRequestMessage message;
+        message.decode(test::blobFrom(test::readFile(path)));
+        if (!message.get_signatureCerts()) continue;
+        for (CBlob const& certificate : *message.get_signatureCerts()) {
+            bool accepted = false;
+            thrownCode([&] { accepted = message.verify(certificate); });
+            if (accepted) ++verified;
+        }
+    }
+    const auto responses = test::vectorFiles("ocsp-responses");
+    if (responses.empty()) GTEST_SKIP() << "no real messages here";
+    for (auto const& path : responses) {
+        CResponseMessage envelope;
+        CBasicResponse message;
+        if (thrownCode([&] { envelope.decode(test::blobFrom(test::readFile(path))); }) != 0) continue;
+        if (!envelope.get_response()) continue;
+        if (thrownCode([&] { message.decode(*envelope.get_response()); }) != 0) continue;
+        if (!message.get_certs()) continue;
+        bool accepted = false;
+        for (CBlob const& certificate : *message.get_certs())
+            thrownCode([&] { accepted = accepted || message.verify(certificate); });
+        const bool isBroken = path.filename().string().starts_with("ossl-ISOP");
+        EXPECT_FALSE(isBroken && accepted) << path;
+        verified += accepted;
+    }
+    EXPECT_GE(verified, 90);
+}
+
+}  // namespace
+}  // namespace Mirvane::PKI::OCSP

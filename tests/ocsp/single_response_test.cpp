@@ -1,0 +1,343 @@
+#include "ocsp/single_response.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <new>
+#include <utility>
+
+#include "asn1/bridge.h"
+#include "asn1data/ocsp.h"
+#include "ocsp/made_certificates.h"
+#include "ocsp/single_response_record.h"
+#include "support/allocation.h"
+#include "support/blobs.h"
+#include "support/contexts.h"
+#include "support/failing_new.h"
+#include "support/failures.h"
+#include "support/vectors.h"
+
+namespace Mirvane::PKI::OCSP {
+namespace {
+
+using ASN1::CExtensions;
+using ASN1::CrlReason;
+using test::blob;
+using test::text;
+using test::thrownCode;
+
+constexpr unsigned kAsn1 = 0x80093101;
+const CDateTime kNoon("20260102120000.75Z");
+
+CReqCert subject() {
+    return CReqCert(
+        CCertID(ASN1::CAlgorithmIdentifier("1.2.3"), blob("0A"), blob("0B"), ASN1::CBigInteger(1)));
+}
+
+CExtensions oneExtension() {
+    CExtensions extensions;
+    extensions.insert(ASN1::CExtension(ASN1::CExtValue("1.2.3", blob("05 00")), false));
+    return extensions;
+}
+
+// The status as text: its type, and time and reason as far as they show.
+std::string shown(CCertStatus const& status) {
+    std::string result = std::to_string(status.get_type());
+    result += status.isGood() ? " good" : "";
+    result += status.isRevoked() ? " revoked" : "";
+    result += status.isUnknown() ? " unknown" : "";
+    if (auto const* const time = status.get_revocationTime())
+        result += std::string(" ") + time->getGeneralizedTime().c_str();
+    if (auto const* const reason = status.get_revocationReason()) result += " for " + std::to_string(*reason);
+    return result;
+}
+
+TEST(CertStatus, GoesThroughItsStates) {
+    const CrlReason superseded = ASN1::superseded;
+    CCertStatus status;
+    EXPECT_EQ(shown(status), "2 unknown");
+    status.put_revoked(kNoon, &superseded);
+    EXPECT_EQ(shown(status), "1 revoked 20260102120000.75Z for 4");
+    status.put_good();
+    EXPECT_EQ(shown(status), "0 good");
+    status.put_unknown();
+    EXPECT_EQ(shown(status), "2 unknown");
+    status.put_revoked(CDateTime(0, 0), nullptr);
+    EXPECT_EQ(shown(status), "1 revoked 19700101000000Z");
+    EXPECT_EQ(shown(CCertStatus(kNoon, nullptr)), "1 revoked 20260102120000.75Z");
+    EXPECT_EQ(shown(CCertStatus(kNoon, &superseded)), "1 revoked 20260102120000.75Z for 4");
+}
+
+TEST(CertStatus, CopiesAreDeepAndArgumentsMayBeItsOwn) {
+    const CrlReason hold = ASN1::certificateHold;
+    CCertStatus status(kNoon, &hold);
+    status.put_revoked(*status.get_revocationTime(), status.get_revocationReason());
+    EXPECT_EQ(shown(status), "1 revoked 20260102120000.75Z for 6");
+    const CCertStatus copy(status);
+    CCertStatus assigned;
+    assigned = status;
+    status.put_revoked(kNoon, nullptr);
+    EXPECT_EQ(shown(copy), "1 revoked 20260102120000.75Z for 6");
+    EXPECT_EQ(shown(assigned), shown(copy));
+    CCertStatus const& same = assigned;
+    assigned = same;
+    EXPECT_EQ(shown(assigned), shown(copy));
+}
+
+TEST(CertStatus, ClearedOneMayBeAssignedAndDestroyed) {
+    CCertStatus status;
+    status.clear();
+    status.clear();
+    CCertStatus other(status);
+    other = status;
+    other = CCertStatus(kNoon, nullptr);
+    status = std::move(other);
+    EXPECT_EQ(shown(status), "1 revoked 20260102120000.75Z");
+    other = status;
+    EXPECT_EQ(shown(other), shown(status));
+}
+
+// The status in DER, made through its record.
+std::string encodedStatus(CCertStatus const& status) {
+    test::Encoder output;
+    asn1data::ASN1T_CertStatus record, copy;
+    ASN1T_CertStatus_traits::set(output, record, status);
+    ASN1T_CertStatus_traits::copy(output, record, copy);
+    if (asn1data::asn1E_CertStatus(output, &copy, ASN1EXPL) < 0) failure::raise(failure::asn1);
+    return output.message();
+}
+
+TEST(CertStatusRecord, IsWrittenInWholeSeconds) {
+    const CrlReason compromise = ASN1::keyCompromise;
+    CCertStatus status;
+    EXPECT_EQ(encodedStatus(status), "82 00");
+    status.put_good();
+    EXPECT_EQ(encodedStatus(status), "80 00");
+    status.put_revoked(kNoon, nullptr);
+    EXPECT_EQ(encodedStatus(status), "A1 11 18 0F 32 30 32 36 30 31 30 32 31 32 30 30 30 30 5A");
+    status.put_revoked(kNoon, &compromise);
+    EXPECT_EQ(encodedStatus(status),
+              "A1 16 18 0F 32 30 32 36 30 31 30 32 31 32 30 30 30 30 5A A0 03 0A 01 01");
+    const auto unassigned = static_cast<CrlReason>(11);
+    status.put_revoked(kNoon, &unassigned);
+    EXPECT_EQ(thrownCode([&] { encodedStatus(status); }), kAsn1);
+}
+
+TEST(CertStatusRecord, IsReadByItsAlternative) {
+    const CrlReason compromise = ASN1::keyCompromise;
+    asn1data::ASN1T_RevokedInfo info;
+    info.revocationTime = "20240229235959Z";
+    asn1data::ASN1T_CertStatus record;
+    record.u.revoked = &info;
+    CCertStatus status(kNoon, &compromise);
+    const auto read = [&](unsigned alternative) {
+        record.t = alternative;
+        ASN1T_CertStatus_traits::get(record, status);
+        return shown(status);
+    };
+    EXPECT_EQ(read(0), "1 revoked 20260102120000.75Z for 1");
+    EXPECT_EQ(read(4), "1 revoked 20260102120000.75Z for 1");
+    EXPECT_EQ(read(1), "0 good");
+    EXPECT_EQ(read(2), "1 revoked 20240229235959Z");
+    info.m.revocationReasonPresent = 1;
+    info.revocationReason = ASN1::aACompromise;
+    EXPECT_EQ(read(2), "1 revoked 20240229235959Z for 10");
+    EXPECT_EQ(read(3), "2 unknown");
+    info.revocationTime = "2024022923595xZ";
+    EXPECT_EQ(thrownCode([&] { read(2); }), 0x8007076D);
+    EXPECT_EQ(shown(status), "2 unknown");
+}
+
+TEST(SingleResponse, NobodyFilledItInNamesAFullCertificate) {
+    const CSingleResponse entry;
+    EXPECT_EQ(entry.get_reqCert().get_certID(), nullptr);
+    EXPECT_EQ(*entry.get_reqCert().get_fullCertType(), CReqCert::certificate);
+    EXPECT_EQ(entry.get_reqCert().get_fullCert()->cbData(), 0u);
+    EXPECT_TRUE(entry.get_certStatus().isUnknown());
+    EXPECT_TRUE(entry.get_thisUpdate() == CDateTime(0, 0));
+    EXPECT_EQ(entry.get_nextUpdate(), nullptr);
+    EXPECT_EQ(entry.get_singleExtensions(), nullptr);
+}
+
+TEST(SingleResponse, OptionalFieldsAreCopiedReplacedAndRemoved) {
+    CSingleResponse entry(subject(), CCertStatus(), kNoon);
+    const CExtensions extensions = oneExtension();
+    entry.put_nextUpdate(&kNoon);
+    entry.put_singleExtensions(&extensions);
+    entry.put_nextUpdate(entry.get_nextUpdate());
+    entry.put_singleExtensions(entry.get_singleExtensions());
+    CSingleResponse copy(entry);
+    entry.put_nextUpdate(nullptr);
+    entry.put_singleExtensions(nullptr);
+    EXPECT_EQ(entry.get_nextUpdate(), nullptr);
+    EXPECT_EQ(entry.get_singleExtensions(), nullptr);
+    EXPECT_TRUE(*copy.get_nextUpdate() == kNoon);
+    EXPECT_TRUE(*copy.get_singleExtensions() == extensions);
+    EXPECT_NE(copy.get_reqCert().get_certID(), nullptr);
+    EXPECT_TRUE(copy.get_thisUpdate() == kNoon);
+}
+
+TEST(SingleResponse, ClearedOneMayBeAssignedAndDestroyed) {
+    CSingleResponse entry(subject(), CCertStatus(), kNoon);
+    CSingleResponse const& same = entry;
+    entry = same;
+    CSingleResponseList list(3, entry);
+    list.front().clear();
+    list.back().clear();
+    list.back().clear();
+    list.front() = list.back();
+    list.front() = entry;
+    const CSingleResponseList copy(list);
+    EXPECT_TRUE(copy.front().get_thisUpdate() == kNoon);
+}
+
+TEST(SingleResponse, FailedAllocationChangesNothing) {
+    const CSingleResponse source(subject(), CCertStatus(kNoon, nullptr), kNoon);
+    const CExtensions extensions = oneExtension();
+    for (int index = 0;; ++index) {
+        CSingleResponse entry;
+        test::FailingNew failing(index);
+        try {
+            entry.put_singleExtensions(&extensions);
+            entry = source;
+        } catch (std::bad_alloc const&) {
+        }
+        if (!failing.happened()) break;
+        EXPECT_TRUE(entry.get_certStatus().isUnknown());
+        EXPECT_NE(entry.get_reqCert().get_fullCert(), nullptr);
+    }
+}
+
+// The entry in DER, made through its record.
+CBlob encodedEntry(CSingleResponse const& entry, int digits) {
+    CClockPrecision precision;
+    precision.put_clockPrecisionDigits(digits);
+    test::Encoder output;
+    asn1data::ASN1T_SingleResponse record;
+    fillASN1T_SingleResponse(output, record, entry, precision);
+    const int length = asn1data::asn1E_SingleResponse(output, &record, ASN1EXPL);
+    if (length < 0) failure::raise(failure::asn1);
+    return CBlob(xe_getp(output), static_cast<unsigned long>(length));
+}
+
+CSingleResponse decodedEntry(CBlob const& bytes) {
+    ASN1BERDecodeBuffer buffer(bytes.pbData(), static_cast<int>(bytes.cbData()));
+    asn1data::ASN1T_SingleResponse record;
+    asn1data::ASN1C_SingleResponse control(buffer, record);
+    if (control.Decode() < 0) failure::raise(failure::asn1);
+    return readASN1T_SignleResponse(record);
+}
+
+TEST(SingleResponseRecord, TimesFollowThePrecisionButTheRevocationTime) {
+    struct {
+        int digits;
+        char const* thisUpdate;
+        char const* nextUpdate;
+    } const rows[] = {
+        {6, "20260102120000.75Z", "20260102120000.123456Z"},
+        {3, "20260102120000.75Z", "20260102120000.123Z"},
+        {1, "20260102120000.7Z", "20260102120000.1Z"},
+        {0, "20260102120001Z", "20260102120000Z"},
+    };
+    const CDateTime later("20260102120000.123456Z");
+    CSingleResponse entry(subject(), CCertStatus(kNoon, nullptr), kNoon);
+    entry.put_nextUpdate(&later);
+    for (auto const& [digits, thisUpdate, nextUpdate] : rows) {
+        const CSingleResponse read = decodedEntry(encodedEntry(entry, digits));
+        EXPECT_STREQ(read.get_thisUpdate().getGeneralizedTime().c_str(), thisUpdate);
+        EXPECT_STREQ(read.get_nextUpdate()->getGeneralizedTime().c_str(), nextUpdate);
+        EXPECT_EQ(shown(read.get_certStatus()), "1 revoked 20260102120000Z");
+    }
+    EXPECT_TRUE(entry.get_thisUpdate() == kNoon);
+}
+
+TEST(SingleResponseRecord, WhatIsAbsentOrEmptyIsLeftOut) {
+    const std::string reqCert = "30 0F 30 04 06 02 2A 03 04 01 0A 04 01 0B 02 01 00 ";
+    const std::string time = "18 0F 31 39 37 30 30 31 30 31 30 30 30 30 30 30 5A";
+    const CExtensions none, one = oneExtension();
+    const CDateTime start(0, 0);
+    CSingleResponse entry(subject(), CCertStatus(), start);
+    EXPECT_EQ(text(encodedEntry(entry, 6)), "30 24 " + reqCert + "82 00 " + time);
+    entry.put_singleExtensions(&none);
+    EXPECT_EQ(text(encodedEntry(entry, 6)), "30 24 " + reqCert + "82 00 " + time);
+    EXPECT_EQ(decodedEntry(encodedEntry(entry, 6)).get_singleExtensions(), nullptr);
+    entry.put_singleExtensions(&one);
+    entry.put_nextUpdate(&start);
+    EXPECT_EQ(text(encodedEntry(entry, 6)), "30 45 " + reqCert + "82 00 " + time + " A0 11 " + time +
+                                                " A1 0C 30 0A 30 08 06 02 2A 03 04 02 05 00");
+    const CSingleResponse read = decodedEntry(encodedEntry(entry, 6));
+    EXPECT_TRUE(*read.get_singleExtensions() == one);
+    EXPECT_TRUE(*read.get_nextUpdate() == start);
+}
+
+TEST(SingleResponseRecord, NextUpdateWithoutTextIsAbsent) {
+    test::LiveContext context;
+    asn1data::ASN1T_SingleResponse record;
+    fillASN1T_SingleResponse(context, record, CSingleResponse(subject(), CCertStatus(), kNoon), {});
+    record.m.nextUpdatePresent = 1;
+    for (char const* empty : {static_cast<char const*>(nullptr), ""}) {
+        record.nextUpdate = empty;
+        EXPECT_EQ(readASN1T_SignleResponse(record).get_nextUpdate(), nullptr);
+    }
+    record.nextUpdate = "202601x2120000Z";
+    EXPECT_EQ(thrownCode([&] { readASN1T_SignleResponse(record); }), 0x8007076D);
+}
+
+TEST(SingleResponseRecord, NobodyFilledItInDoesNotEncode) {
+    EXPECT_EQ(thrownCode([] { encodedEntry(CSingleResponse(), 6); }), kAsn1);
+}
+
+TEST(SingleResponseRecord, EveryFailedContextAllocationIsAStatedFailure) {
+    CSingleResponse entry(subject(), CCertStatus(kNoon, nullptr), kNoon);
+    const CExtensions extensions = oneExtension();
+    entry.put_nextUpdate(&kNoon);
+    entry.put_singleExtensions(&extensions);
+    for (int index = 0;; ++index) {
+        test::LiveContext context;
+        asn1data::ASN1T_SingleResponse record;
+        test::FailingAllocation failing(index);
+        const unsigned code = thrownCode(
+            [&] { ASN1::road::run([&] { fillASN1T_SingleResponse(context, record, entry, {}); }); });
+        if (!failing.happened()) {
+            EXPECT_EQ(code, 0u);
+            EXPECT_GE(index, 1);
+            break;
+        }
+        EXPECT_TRUE(code == kAsn1 || code == 0x80093106) << index << ": " << std::hex << code;
+    }
+}
+
+// Every entry of a real answer, but for times with needless zeros: read and written, it must have the bytes
+// that the codec alone gives it.
+int expectEntriesUnchanged(CBlob const& message) {
+    ASN1BERDecodeBuffer buffer(message.pbData(), static_cast<int>(message.cbData()));
+    asn1data::ASN1T_OCSPResponse record;
+    asn1data::ASN1C_OCSPResponse control(buffer, record);
+    if (control.Decode() < 0 || record.responseBytes.responseObject.decoded == nullptr) return 0;
+    auto const& basic =
+        *static_cast<asn1data::ASN1T_BasicOCSPResponse const*>(record.responseBytes.responseObject.decoded);
+    int count = 0;
+    for (auto const* node = basic.tbsResponseData.responses.head; node != nullptr; node = node->next) {
+        auto const* const entry = static_cast<asn1data::ASN1T_SingleResponse const*>(node->data);
+        if (std::strlen(entry->thisUpdate) != std::strlen("YYYYMMDDHHMMSSZ")) continue;
+        test::Encoder output;
+        EXPECT_GT(asn1data::asn1E_SingleResponse(output, entry, ASN1EXPL), 0);
+        EXPECT_EQ(text(encodedEntry(readASN1T_SignleResponse(*entry), 6)), output.message());
+        ++count;
+    }
+    return count;
+}
+
+TEST(SingleResponseRecord, EntriesOfRealAnswersComeBackUnchanged) {
+    int entries = 0;
+    const auto files = test::vectorFiles("ocsp-responses");
+    if (files.empty()) GTEST_SKIP() << "no real messages here";
+    for (auto const& path : files) {
+        SCOPED_TRACE(path);
+        entries += expectEntriesUnchanged(test::blobFrom(test::readFile(path)));
+    }
+    EXPECT_GT(entries, 50);
+}
+
+}  // namespace
+}  // namespace Mirvane::PKI::OCSP
