@@ -45,7 +45,8 @@ auto run(Steps steps) {
     }
 }
 
-// The length of a message as the runtime holds it. Throws 0x80093101 for a blob that is longer than any message.
+// The length of a message as the runtime holds it. Throws 0x80093101 for a blob that is longer than any
+// message.
 inline int messageLength(CBlob const& blob) {
     if (blob.cbData() > INT_MAX) failure::raise(failure::asn1);
     return static_cast<int>(blob.cbData());

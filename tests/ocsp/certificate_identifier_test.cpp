@@ -14,6 +14,7 @@
 #include "support/blobs.h"
 #include "support/contexts.h"
 #include "support/failures.h"
+#include "support/program.h"
 
 namespace Mirvane::PKI::OCSP {
 namespace {
@@ -84,6 +85,33 @@ TEST(CertID, IsTheOneOfLibcryptoForRealCertificates) {
         }
     }
     EXPECT_GT(pairs, 10);
+}
+
+// The request that the command writes holds the identifier as the only SEQUENCE that begins with the hash's.
+TEST(CertID, IsTheOneThatTheOpensslCommandWrites) {
+    const auto certificates = test::realCertificates();
+    if (certificates.empty()) GTEST_SKIP() << "no real certificates here";
+    const test::TemporaryFolder folder;
+    const auto write = [&](char const* name, CBlob const& bytes) {
+        return folder.write(name, test::Octets(bytes.pbData(), bytes.pbData() + bytes.cbData()));
+    };
+    int pairs = 0;
+    for (auto const& [file, encoded, parsed] : certificates) {
+        X509* const issuer = issuerOf(parsed.get(), certificates);
+        if (issuer == parsed.get() || ++pairs > 8) continue;
+        const CBlob issuerEncoded = test::writtenBy(i2d_X509, static_cast<X509 const*>(issuer));
+        const std::string command = "openssl ocsp -no_nonce -reqout " + folder.path("q") + " -issuer " +
+                                    write("issuer", issuerEncoded) + " -cert " + write("leaf", encoded);
+        for (auto const& [oid, option] : {std::pair{kSha1, " -sha1"}, std::pair{kSha256, " -sha256"}}) {
+            // Options of a certificate stand before it.
+            const std::string line = std::string(command).insert(command.find(" -issuer"), option);
+            ASSERT_EQ(test::run(line).status, 0) << file;
+            const std::string request = test::text(test::readFile(folder.path("q")));
+            const CCertID made(algorithm(oid), encoded, issuerEncoded);
+            EXPECT_NE(request.find(text(made.encode())), std::string::npos) << file << option;
+        }
+    }
+    EXPECT_GT(pairs, 8);
 }
 
 TEST(CertID, HashesTheIssuerAsTheCertificateWritesIt) {

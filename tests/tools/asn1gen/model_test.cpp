@@ -72,7 +72,7 @@ INSTANTIATE_TEST_SUITE_P(Numbers, Kinds,
                                          KindRow{"INTEGER (MIN..MAX)", Kind::BigInteger},
                                          KindRow{"INTEGER (1..MAX)", Kind::Unsigned, true, 1},
                                          KindRow{"INTEGER (0..65536)", Kind::Unsigned, true, 0, 65536},
-                                         KindRow{"INTEGER (7)", Kind::Unsigned, true, 7, 7},
+                                         KindRow{"INTEGER (7)", Kind::Uint16, true, 7, 7},
                                          KindRow{"ENUMERATED { a(0), b(4) }", Kind::Enumerated, false, 0, 5},
                                          KindRow{"ENUMERATED { a(0), ... }", Kind::Enumerated}));
 

@@ -1,0 +1,136 @@
+// The signers of real signed messages and time stamps with their attributes, as libcrypto finds them, to hold
+// the value classes against.
+#ifndef MIRVANE_TESTS_ASN1_REAL_SIGNATURES_H
+#define MIRVANE_TESTS_ASN1_REAL_SIGNATURES_H
+
+#include <openssl/cms.h>
+#include <openssl/rsa.h>
+#include <openssl/ts.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "real_objects.h"
+
+namespace test {
+
+struct RealAttribute {
+    std::string file;
+    std::string oid;
+    Mirvane::CBlob encoded;
+    std::vector<Mirvane::CBlob> values;
+};
+
+struct RealSigner {
+    std::string file;
+    std::shared_ptr<CMS_ContentInfo> message;
+    CMS_SignerInfo* info;  // of the message
+    std::vector<RealAttribute> signedAttributes;
+    std::vector<RealAttribute> unsignedAttributes;
+};
+
+inline std::shared_ptr<CMS_ContentInfo> signedMessage(Octets const& octets) {
+    unsigned char const* data = octets.data();
+    const auto size = static_cast<long>(octets.size());
+    if (CMS_ContentInfo* const message = d2i_CMS_ContentInfo(nullptr, &data, size)) {
+        return {message, CMS_ContentInfo_free};
+    }
+    data = octets.data();
+    const std::unique_ptr<TS_RESP, decltype(&TS_RESP_free)> response(d2i_TS_RESP(nullptr, &data, size),
+                                                                     &TS_RESP_free);
+    PKCS7* const token = response ? TS_RESP_get_token(response.get()) : nullptr;
+    if (token == nullptr) return nullptr;
+    const Mirvane::CBlob encoded = encodedBy(i2d_PKCS7, token);
+    data = encoded.pbData();
+    return {d2i_CMS_ContentInfo(nullptr, &data, static_cast<long>(encoded.cbData())), CMS_ContentInfo_free};
+}
+
+inline RealAttribute realAttribute(std::string const& file, X509_ATTRIBUTE* attribute) {
+    RealAttribute real{
+        file, dotted(X509_ATTRIBUTE_get0_object(attribute)), encodedBy(i2d_X509_ATTRIBUTE, attribute), {}};
+    for (int i = 0; i < X509_ATTRIBUTE_count(attribute); ++i) {
+        real.values.push_back(encodedBy(i2d_ASN1_TYPE, X509_ATTRIBUTE_get0_type(attribute, i)));
+    }
+    return real;
+}
+
+// Of every message that libcrypto reads.
+inline std::vector<RealSigner> realSigners() {
+    std::vector<RealSigner> signers;
+    auto files = vectorFiles("cms");
+    for (auto const& path : vectorFiles("tsp"))
+        files.push_back(path);
+    for (auto const& path : files) {
+        const auto message = signedMessage(readFile(path));
+        auto* const infos = message ? CMS_get0_SignerInfos(message.get()) : nullptr;
+        for (int i = 0; i < sk_CMS_SignerInfo_num(infos); ++i) {
+            CMS_SignerInfo* const info = sk_CMS_SignerInfo_value(infos, i);
+            RealSigner signer{path.filename().string(), message, info, {}, {}};
+            for (int j = 0; j < CMS_signed_get_attr_count(info); ++j) {
+                signer.signedAttributes.push_back(realAttribute(signer.file, CMS_signed_get_attr(info, j)));
+            }
+            for (int j = 0; j < CMS_unsigned_get_attr_count(info); ++j) {
+                signer.unsignedAttributes.push_back(
+                    realAttribute(signer.file, CMS_unsigned_get_attr(info, j)));
+            }
+            signers.push_back(std::move(signer));
+        }
+    }
+    return signers;
+}
+
+// The values of all signed attributes with one identifier, beside the signer that has each.
+inline std::vector<std::pair<RealSigner const*, Mirvane::CBlob>> signedValues(
+    std::vector<RealSigner> const& signers, std::string const& oid) {
+    std::vector<std::pair<RealSigner const*, Mirvane::CBlob>> found;
+    for (auto const& signer : signers) {
+        for (auto const& attribute : signer.signedAttributes) {
+            if (attribute.oid != oid) continue;
+            for (auto const& value : attribute.values)
+                found.emplace_back(&signer, value);
+        }
+    }
+    return found;
+}
+
+// The signer's certificate, if the message has it.
+inline std::shared_ptr<X509> signerCertificate(RealSigner const& signer) {
+    auto* const certificates = CMS_get1_certs(signer.message.get());
+    std::shared_ptr<X509> found;
+    for (int i = 0; i < sk_X509_num(certificates); ++i) {
+        X509* const certificate = sk_X509_value(certificates, i);
+        if (found || CMS_SignerInfo_cert_cmp(signer.info, certificate) != 0) continue;
+        X509_up_ref(certificate);
+        found.reset(certificate, X509_free);
+    }
+    sk_X509_pop_free(certificates, X509_free);
+    return found;
+}
+
+// Whether libcrypto finds the signature over the attributes right.
+inline bool verifies(RealSigner const& signer, X509& certificate) {
+    CMS_SignerInfo_set1_signer_cert(signer.info, &certificate);
+    return !signer.signedAttributes.empty() && CMS_SignerInfo_verify(signer.info) == 1;
+}
+
+// Whether the signature is one over these octets.
+inline bool covers(RealSigner const& signer, X509 const& certificate, Mirvane::CBlob const& octets) {
+    X509_ALGOR* digest = nullptr;
+    X509_ALGOR* algorithm = nullptr;
+    CMS_SignerInfo_get0_algs(signer.info, nullptr, nullptr, &digest, &algorithm);
+    const Mirvane::CBlob signature = blobOf(CMS_SignerInfo_get0_signature(signer.info));
+    const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(), &EVP_MD_CTX_free);
+    EVP_PKEY_CTX* key = nullptr;
+    EVP_DigestVerifyInit(context.get(), &key, EVP_get_digestbyobj(digest->algorithm), nullptr,
+                         X509_get0_pubkey(&certificate));
+    if (OBJ_obj2nid(algorithm->algorithm) == NID_rsassaPss) {
+        EVP_PKEY_CTX_set_rsa_padding(key, RSA_PKCS1_PSS_PADDING);
+    }
+    return EVP_DigestVerify(context.get(), signature.pbData(), signature.cbData(), octets.pbData(),
+                            octets.cbData()) == 1;
+}
+
+}  // namespace test
+
+#endif
