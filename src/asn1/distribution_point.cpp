@@ -3,18 +3,9 @@
 #include "asn1/bridge.h"
 #include "asn1/choice.h"
 #include "asn1/distribution_point_traits.h"
+#include "asn1/optional_member.h"
 
 namespace Mirvane::ASN1 {
-namespace {
-
-// Whether two optional fields are both absent, or present and equal.
-template <typename T>
-bool sameOptional(T const* left, T const* right) {
-    if (left == nullptr || right == nullptr) return left == right;
-    return *left == *right;
-}
-
-}  // namespace
 
 class CDistributionPointNameImpl : public ChoiceOf<ChoiceValueTraitsT<CGeneralNames, 1>> {};
 

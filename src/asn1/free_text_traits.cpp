@@ -10,8 +10,6 @@
 namespace Mirvane::ASN1 {
 namespace {
 
-constexpr ATL::HRESULT badUtf8 = failure::fromBits(0x8009310E);  // in a received text
-
 // A language in front of a text is written in characters of this block of 256, between the two markers.
 constexpr std::uint32_t tagBlock = 0x0E00;
 constexpr std::uint32_t tagBlockMask = 0xFF00;
@@ -44,10 +42,10 @@ char const* utf8In(ASN1CTXT* ctxt, std::wstring const& text) {
 
 std::wstring wideFrom(ASN1CTXT* ctxt, char const* utf8) {
     const int count = rtUTF8Len(utf8);
-    if (count < 0) failure::raise(badUtf8);
+    if (count < 0) failure::raise(failure::badUtf8);
     std::wstring wide(static_cast<std::size_t>(count), L'\0');
     const int converted = rtUTF8ToWCS(ctxt, utf8, wide.data(), wide.size());
-    if (converted < 0) failure::raise(badUtf8);
+    if (converted < 0) failure::raise(failure::badUtf8);
     wide.resize(static_cast<std::size_t>(converted));
     return wide;
 }

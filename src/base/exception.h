@@ -46,6 +46,7 @@ enum Code : ATL::HRESULT {
     asn1 = fromBits(0x80093101),                 // encoding, decoding or a table constraint failed
     emptyMessage = fromBits(0x80093102),         // a request of no bytes
     contextMemory = fromBits(0x80093106),        // the memory of an ASN.1 context is exhausted
+    badUtf8 = fromBits(0x8009310E),              // a received text is no UTF-8
 };
 
 // Throws the code as ATL::CAtlException.

@@ -1,7 +1,8 @@
 // Questions and answers between mirvane-ocsp and the openssl command, both ways.
 #include <gtest/gtest.h>
 
-#include <sstream>
+#include <cstdlib>
+#include <memory>
 
 #include "ocsp_authority.h"
 
@@ -19,10 +20,6 @@ constexpr KeyKind kKinds[] = {
     {"P384", "ec -pkeyopt ec_paramgen_curve:P-384", "ecdsa-with-SHA384"},
     {"GOST256", "gost2012_256 -pkeyopt paramset:A -engine gost", "gost3410-12-256-with-gost3411-12-256"},
 };
-
-void PrintTo(KeyKind const& kind, std::ostream* stream) {
-    *stream << kind.name;
-}
 
 class Exchange : public testing::TestWithParam<KeyKind> {
   protected:
@@ -69,7 +66,6 @@ TEST_P(Exchange, OpensslAnswersAndWeVerify) {
         expect("$T verify --issuer ca.pem --request q.der r.der", "status 1001: good\nstatus F002: revoked");
         expect(respond + " -resp_key_id && $T verify --issuer ca.pem --request q.der r.der",
                "status 77: unknown");
-        expect("$T show r.der", GetParam().signature);
     }
 }
 
@@ -81,6 +77,7 @@ TEST_P(Exchange, WeAnswerAndOpensslVerifies) {
     for (const char* options : {"ca.pem --key ca.key", "ca.pem --key ca.key --responder-id key",
                                 "ocsp.pem --key ocsp.key --responder-id key"}) {
         expect(respond + options + check, "Response verify OK");
+        expect("$T show r.der", GetParam().signature);
     }
     expect(respond + "ocsp.pem --key ocsp.key --no-certs" + check + " -VAfile ocsp.pem",
            "Response verify OK");

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 
 #include "support/program.h"
@@ -17,6 +18,10 @@ struct KeyKind {
     const char* newKey;     // arguments of `openssl req`
     const char* signature;  // the algorithm that mirvane-ocsp names
 };
+
+inline void PrintTo(KeyKind const& kind, std::ostream* stream) {
+    *stream << kind.name;
+}
 
 inline constexpr char kIndex[] =
     "V\t351231235959Z\t\t1001\tunknown\t/CN=good\n"

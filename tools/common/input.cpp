@@ -28,11 +28,14 @@ struct OpensslFree {
     void operator()(void* pointer) const { OPENSSL_free(pointer); }
 };
 
-Octets readAll(std::FILE* file, std::string const& source) {
+Octets readAll(std::FILE* file, std::string const& source, std::size_t limit) {
     Octets result;
     unsigned char chunk[65536];
     while (std::size_t count = std::fread(chunk, 1, sizeof chunk, file)) {
         result.insert(result.end(), chunk, chunk + count);
+        if (result.size() > limit) {
+            throw InputError(source, "has more than " + std::to_string(limit) + " octets");
+        }
     }
     if (std::ferror(file)) throw InputError(source, std::strerror(errno));
     return result;
@@ -64,13 +67,17 @@ Octets withoutPem(Octets octets, std::string const& source) {
     return Octets(data, data + length);
 }
 
-Octets readInput(std::string const& path) {
+Octets readFile(std::string const& path, std::size_t limit) {
     const std::string source = sourceName(path);
     const std::unique_ptr<std::FILE, FileCloser> file(path == "-" ? stdin : std::fopen(path.c_str(), "rb"));
     if (!file) throw InputError(source, std::strerror(errno));
-    Octets octets = readAll(file.get(), source);
+    Octets octets = readAll(file.get(), source, limit);
     if (octets.empty()) throw InputError(source, "is empty");
-    return withoutPem(std::move(octets), source);
+    return octets;
+}
+
+Octets readInput(std::string const& path, std::size_t limit) {
+    return withoutPem(readFile(path, limit), sourceName(path));
 }
 
 }  // namespace tools

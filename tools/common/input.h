@@ -2,6 +2,8 @@
 #ifndef MIRVANE_TOOLS_COMMON_INPUT_H
 #define MIRVANE_TOOLS_COMMON_INPUT_H
 
+#include <cstddef>
+#include <cstdint>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -14,15 +16,25 @@ using Octets = std::vector<unsigned char>;
 class InputError : public std::runtime_error {
   public:
     InputError(std::string const& source, std::string const& problem)
-        : std::runtime_error(source + ": " + problem) {}
+        : std::runtime_error(source + ": " + problem), problem_(problem) {}
+
+    // Without the source.
+    std::string const& problem() const { return problem_; }
+
+  private:
+    std::string problem_;
 };
 
 // The name to show for a source: the path, or "standard input" for "-".
 std::string sourceName(std::string const& path);
 
-// The octets of a file, or of standard input for "-". If they are PEM text (RFC 7468), the content of its
-// first block. Throws InputError for a file that cannot be read, and for PEM that is broken.
-Octets readInput(std::string const& path);
+// The octets of a file, or of standard input for "-", as they are. Throws InputError for a file that cannot
+// be read, is empty or has more than `limit` octets.
+Octets readFile(std::string const& path, std::size_t limit = SIZE_MAX);
+
+// The same, but of PEM text (RFC 7468) the content of its first block. Throws InputError for PEM that is
+// broken as well.
+Octets readInput(std::string const& path, std::size_t limit = SIZE_MAX);
 
 // Takes PEM apart where the octets are PEM; anything else comes back as it is.
 Octets withoutPem(Octets octets, std::string const& source);

@@ -14,7 +14,8 @@ void complain(CLI::App const& app, std::string const& text) {
 int run(CLI::App& app, int argc, char** argv) {
     const std::string version = app.get_name() + " " MIRVANE_VERSION;
     app.set_version_flag("--version", version);
-    for (CLI::App* command : app.get_subcommands({})) command->set_version_flag("--version", version);
+    for (CLI::App* command : app.get_subcommands({}))
+        command->set_version_flag("--version", version);
     app.require_subcommand(1);
     try {
         app.parse(argc, argv);

@@ -3,147 +3,103 @@
 #include <fmt/format.h>
 
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "asn1rt/ber_decode.h"
-#include "base/exception.h"
-#include "common/input.h"
 #include "common/program.h"
-#include "ocsp/response_message.h"
+#include "describe.h"
+#include "message.h"
 
 namespace {
 
-using Mirvane::CBlob;
-using Mirvane::PKI::OCSP::CResponseMessage;
-using Mirvane::PKI::OCSP::ResponseStatus;
+using namespace Mirvane::PKI::OCSP;
 using nlohmann::ordered_json;
-
-constexpr unsigned char kSequence = 0x30;
 
 struct ShowOptions {
     bool json = false;
+    std::size_t limit = tools::kUsualLimit;
     std::vector<std::string> files;
 };
 
-std::string_view statusName(ResponseStatus status) {
-    switch (status) {
-        case Mirvane::PKI::OCSP::successful:
-            return "successful";
-        case Mirvane::PKI::OCSP::malformedRequest:
-            return "malformedRequest";
-        case Mirvane::PKI::OCSP::internalError:
-            return "internalError";
-        case Mirvane::PKI::OCSP::tryLater:
-            return "tryLater";
-        case Mirvane::PKI::OCSP::sigRequired:
-            return "sigRequired";
-        case Mirvane::PKI::OCSP::unauthorized:
-            return "unauthorized";
-    }
-    return "unassigned";
-}
+struct ShownResponse {
+    CResponseMessage envelope;
+    std::optional<ordered_json> basic;  // if there is one
+};
 
-std::string_view responseTypeName(std::string_view identifier) {
-    return identifier == "1.3.6.1.5.5.7.48.1.1" ? "id-pkix-ocsp-basic" : "unknown type";
-}
-
-// The length that the outermost element claims, with its header; nothing for the indefinite form and for
-// octets that are no element at all. The status of reading it goes to `status`.
-std::optional<std::size_t> outerLength(tools::Octets const& octets, int& status) {
-    ASN1CTXT ctxt;
-    status = rtInitContext(&ctxt, nullptr);
-    int length = ASN1_INDEFLEN;
-    if (status == RTS_OK) {
-        status = xd_setp(&ctxt, octets.data(), static_cast<int>(octets.size()), nullptr, &length);
-    }
-    rtFreeContext(&ctxt);
-    if (length == ASN1_INDEFLEN) return std::nullopt;
-    return static_cast<std::size_t>(length);
-}
-
-// Why octets that do not decode do not: in the words of somebody who looks at the file.
-std::string problemOf(tools::Octets const& octets) {
-    if (octets.front() != kSequence) {
-        return fmt::format("is no OCSP response: it begins with octet {:02X}, not with a SEQUENCE",
-                           octets.front());
-    }
-    int status = RTS_OK;
-    const auto length = outerLength(octets, status);
-    if (length && *length > octets.size()) {
-        return fmt::format("is cut short: the message says {} octets, {} are there", *length, octets.size());
-    }
-    if (status == RTS_BAD_LENGTH || status == RTS_END_OF_BUFFER) {
-        return fmt::format("is no OCSP response: its first element does not fit into {} octets",
-                           octets.size());
-    }
-    return "is no OCSP response";
-}
-
-CResponseMessage decodeResponse(tools::Octets const& octets, std::string const& source) {
-    CResponseMessage message;
-    try {
-        message.decode(CBlob(octets.data(), octets.size()));
-    } catch (ATL::CAtlException const&) {
-        throw tools::InputError(source, problemOf(octets));
-    }
-    return message;
-}
-
-std::size_t trailingOctets(tools::Octets const& octets) {
-    int status = RTS_OK;
-    const auto length = outerLength(octets, status);
-    return length && *length < octets.size() ? octets.size() - *length : 0;
-}
-
-ordered_json toJson(CResponseMessage const& message, std::string const& source, std::size_t trailing) {
+ordered_json toJson(ShownResponse const& shown) {
+    CResponseMessage const& message = shown.envelope;
     ordered_json result;
-    result["file"] = source;
-    result["kind"] = "OCSPResponse";
     result["status"] = {{"value", static_cast<unsigned>(message.get_responseStatus())},
-                        {"name", statusName(message.get_responseStatus())}};
+                        {"name", tools::statusName(message.get_responseStatus())}};
     if (message.get_response()) {
         result["responseType"] = {{"oid", message.get_responseType()},
-                                  {"name", responseTypeName(message.get_responseType())}};
+                                  {"name", tools::responseTypeName(message.get_responseType())}};
         result["responseSize"] = message.get_response()->cbData();
     } else {
         result["responseType"] = nullptr;
         result["responseSize"] = nullptr;
     }
-    result["trailingOctets"] = trailing;
+    if (shown.basic) result["basicResponse"] = *shown.basic;
     return result;
 }
 
-void printText(CResponseMessage const& message, std::size_t trailing) {
+void printText(ShownResponse const& shown) {
+    CResponseMessage const& message = shown.envelope;
     const ResponseStatus status = message.get_responseStatus();
     fmt::print("OCSP response\n");
-    fmt::print("  status:        {} ({})\n", statusName(status), static_cast<unsigned>(status));
+    fmt::print("  status:        {} ({})\n", tools::statusName(status), static_cast<unsigned>(status));
     if (message.get_response()) {
-        fmt::print("  response type: {} ({})\n", responseTypeName(message.get_responseType()),
+        fmt::print("  response type: {} ({})\n", tools::responseTypeName(message.get_responseType()),
                    message.get_responseType());
         fmt::print("  response:      {} octets\n", message.get_response()->cbData());
     } else {
         fmt::print("  response:      none\n");
     }
-    if (trailing > 0) fmt::print("  behind it:     {} octets that are not part of the message\n", trailing);
+    if (shown.basic) tools::printMembers(*shown.basic, 2);
+}
+
+ShownResponse readResponse(tools::Octets const& octets, std::string const& source) {
+    ShownResponse result{tools::decodeResponse(octets, source), std::nullopt};
+    if (const auto basic = tools::decodeBasicResponse(result.envelope, source)) {
+        result.basic = tools::describe(*basic, tools::certificatesInside(*result.envelope.get_response()));
+    }
+    return result;
+}
+
+void printJson(std::string const& source, const char* kind, ordered_json const& content,
+               std::size_t trailing) {
+    ordered_json result = {{"file", source}, {"kind", kind}};
+    result.update(content);
+    result["trailingOctets"] = trailing;
+    fmt::print("{}\n", result.dump(-1, ' ', false, ordered_json::error_handler_t::replace));
 }
 
 void showFile(ShowOptions const& options, std::string const& path) {
     const std::string source = tools::sourceName(path);
-    const tools::Octets octets = tools::readInput(path);
-    const CResponseMessage message = decodeResponse(octets, source);
-    const std::size_t trailing = trailingOctets(octets);
+    const tools::Octets octets = tools::readInput(path, options.limit);
+    const std::size_t trailing = tools::trailingOctets(octets.data(), octets.size());
+    ordered_json request;
+    ShownResponse response;
+    const bool isRequest = tools::looksLikeRequest(octets);
+    if (isRequest) {
+        request = tools::describe(*tools::decodeRequest(octets, source), tools::certificatesInside(octets));
+    } else {
+        response = readResponse(octets, source);
+    }
     if (options.json) {
-        fmt::print(
-            "{}\n",
-            toJson(message, source, trailing).dump(-1, ' ', false, ordered_json::error_handler_t::replace));
+        printJson(source, isRequest ? "OCSPRequest" : "OCSPResponse", isRequest ? request : toJson(response),
+                  trailing);
         return;
     }
     if (options.files.size() > 1) fmt::print("{}:\n", source);
-    printText(message, trailing);
+    if (isRequest) {
+        fmt::print("OCSP request\n");
+        tools::printMembers(request, 2);
+    } else {
+        printText(response);
+    }
+    if (trailing > 0) fmt::print("  behind it:     {} octets that are not part of the message\n", trailing);
 }
 
 // A file that cannot be shown does not keep the others from being shown.
@@ -164,8 +120,9 @@ void show(CLI::App const& app, ShowOptions const& options) {
 
 void addShowCommand(CLI::App& app) {
     auto options = std::make_shared<ShowOptions>();
-    CLI::App* command = app.add_subcommand("show", "Print what OCSP responses hold");
+    CLI::App* command = app.add_subcommand("show", "Print what OCSP requests and responses hold");
     command->add_flag("--json", options->json, "Print JSON: one object per file, one a line");
+    tools::addSizeOption(command, options->limit);
     command->add_option("FILE", options->files, "Message in DER or PEM; - for standard input")->required();
     command->callback([&app, options] { show(app, *options); });
 }

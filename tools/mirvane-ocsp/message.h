@@ -1,0 +1,65 @@
+// Messages as files hold them: read with a bound, decoded with an account of what is wrong, written.
+#ifndef MIRVANE_TOOLS_MIRVANE_OCSP_MESSAGE_H
+#define MIRVANE_TOOLS_MIRVANE_OCSP_MESSAGE_H
+
+#include <CLI/CLI.hpp>
+
+#include <cstddef>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/exception.h"
+#include "certificate.h"
+#include "common/input.h"
+#include "ocsp/basic_response.h"
+#include "ocsp/request_message.h"
+#include "ocsp/response_message.h"
+
+namespace tools {
+
+inline constexpr char kBasicResponseType[] = "1.3.6.1.5.5.7.48.1.1";
+
+// The option --max-size, which all commands that read messages have.
+void addSizeOption(CLI::App* command, std::size_t& limit);
+inline constexpr std::size_t kUsualLimit = 16u << 20;
+
+// Whether the octets look like a request: a SEQUENCE in a SEQUENCE.
+bool looksLikeRequest(Octets const& octets);
+
+// Each throws InputError that says what is wrong with the octets. Requests and responses stay where they were
+// decoded: a copy would have lost the octets that their signature covers.
+std::unique_ptr<Mirvane::PKI::OCSP::CRequestMessage> decodeRequest(Octets const& octets,
+                                                                   std::string const& source);
+Mirvane::PKI::OCSP::CResponseMessage decodeResponse(Octets const& octets, std::string const& source);
+// The response inside; null if there is none or it has another type.
+std::unique_ptr<Mirvane::PKI::OCSP::CBasicResponse> decodeBasicResponse(
+    Mirvane::PKI::OCSP::CResponseMessage const& message, std::string const& source);
+
+// How many octets stand behind the message; 0 also where its length is indefinite.
+std::size_t trailingOctets(unsigned char const* octets, std::size_t size);
+
+// The certificates in a decodable message, octet for octet: the library encodes them anew, and their
+// signatures need not fit that. What OpenSSL does not read is left out.
+std::vector<Certificate> certificatesInside(Octets const& request);
+std::vector<Certificate> certificatesInside(Mirvane::CBlob const& basicResponse);
+
+// Writes to the file, or to standard output for "-". Throws InputError.
+void writeOutput(std::string const& path, Mirvane::CBlob const& octets);
+
+// Runs `work`, and throws InputError with these words for a failure of the library.
+template <typename Work>
+auto explained(std::string const& source, std::string const& problem, Work work) {
+    try {
+        return work();
+    } catch (ATL::CAtlException const& failure) {
+        char code[16];
+        std::snprintf(code, sizeof code, "%08X", static_cast<unsigned>(failure.m_hr));
+        throw InputError(source, problem + " (0x" + code + ")");
+    }
+}
+
+}  // namespace tools
+
+#endif

@@ -1,0 +1,170 @@
+#include "request.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "algorithms.h"
+#include "certificate.h"
+#include "common/program.h"
+#include "distinguished_name.h"
+#include "message.h"
+#include "nonce.h"
+#include "signing.h"
+
+namespace {
+
+using Mirvane::CBlob;
+using namespace Mirvane::PKI::OCSP;
+using tools::Certificate;
+using tools::InputError;
+
+constexpr unsigned long kMostNonce = 0xFFFF;
+
+struct RequestOptions {
+    std::string issuer;
+    std::vector<std::string> certificates;
+    std::vector<std::string> serials;
+    std::string hash = "sha1";
+    std::string form = "certid";
+    std::string nonce;
+    unsigned long nonceLength = 32;
+    bool noNonce = false;
+    std::string requestorName;
+    std::string key;
+    std::string signer;
+    std::string digest;
+    std::vector<std::string> chain;
+    std::string output = "-";
+};
+
+CReqCert subjectOf(RequestOptions const& options, Certificate const& certificate, Certificate const& issuer) {
+    if (!issuer.namesItselfIssuerOf(certificate)) {
+        throw InputError(certificate.source(), "names another issuer than " + issuer.source() + ": " +
+                                                   tools::nameText(certificate.issuer()));
+    }
+    if (options.form == "full") {
+        tools::demandEncodable(certificate);
+        return CReqCert(CReqCert::certificate, certificate.octets());
+    }
+    return tools::explained(certificate.source(), "no identifier can be made of it", [&] {
+        if (options.form == "signature") return CReqCert(CCertIdWithSignature(certificate.octets()));
+        return CReqCert(CCertID(tools::hashByName(options.hash), certificate.octets(), issuer.octets()));
+    });
+}
+
+CReqCert subjectOf(RequestOptions const& options, std::string const& serial, Certificate const& issuer) {
+    const auto algorithm = tools::hashByName(options.hash);
+    const auto name = tools::hashOf(algorithm, issuer.subject());
+    const auto key = tools::hashOf(algorithm, issuer.keyBits());
+    if (!name || !key) throw InputError(options.hash, "the platform does not have this hash");
+    return CReqCert(CCertID(algorithm, *name, *key, tools::parseSerial(serial)));
+}
+
+CSingleRequestList entriesOf(RequestOptions const& options) {
+    const Certificate issuer = tools::readCertificate(options.issuer);
+    CSingleRequestList entries;
+    for (std::string const& path : options.certificates)
+        entries.emplace_back(subjectOf(options, tools::readCertificate(path), issuer));
+    for (std::string const& serial : options.serials)
+        entries.emplace_back(subjectOf(options, serial, issuer));
+    return entries;
+}
+
+CBlob nonceOctets(RequestOptions const& options) {
+    if (options.nonce.empty()) return tools::randomNonce(options.nonceLength);
+    const bool isHex = options.nonce.find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
+    if (!isHex || options.nonce.size() % 2 != 0 || options.nonce.size() / 2 > kMostNonce) {
+        throw InputError(options.nonce, "is no nonce in hexadecimal digits");
+    }
+    CBlob nonce;
+    nonce.readFromHexString(options.nonce.c_str());
+    return nonce;
+}
+
+// A signed request has to say who asks (RFC 6960, 4.1.2): the signer, if no other name is given.
+void sign(RequestOptions const& options, CRequestMessage& message) {
+    const tools::SigningKey key{options.key, tools::readCertificate(options.signer), options.digest};
+    if (!message.get_requestorName()) {
+        const CBlob name = key.certificate.subject();
+        message.put_requestorName(&name);
+    }
+    std::vector<Certificate> certificates = tools::readCertificates(options.chain);
+    certificates.insert(certificates.begin(), key.certificate);
+    tools::sign(message, key, certificates);
+}
+
+void request(RequestOptions const& options) {
+    if (options.certificates.empty() && options.serials.empty()) {
+        throw CLI::RequiredError("--cert or --serial");
+    }
+    if (options.form != "certid" && !options.serials.empty()) {
+        throw CLI::ValidationError("--serial", "a serial number alone can only be asked about by certid");
+    }
+    CRequestMessage message;
+    message.put_requestList(entriesOf(options));
+    if (!options.requestorName.empty()) {
+        const CBlob name = tools::parseDistinguishedName(options.requestorName);
+        message.put_requestorName(&name);
+    }
+    if (!options.noNonce) {
+        Mirvane::ASN1::CExtensions extensions;
+        extensions.insert(tools::nonceExtension(nonceOctets(options)));
+        message.put_requestExtensions(&extensions);
+    }
+    if (!options.key.empty()) sign(options, message);
+    const CBlob encoded =
+        tools::explained("the request", "cannot be encoded", [&] { return message.encode(); });
+    tools::writeOutput(options.output, encoded);
+}
+
+void addNonceOptions(CLI::App* command, RequestOptions& options) {
+    CLI::Option* const given =
+        command->add_option("--nonce", options.nonce, "A nonce, this one if digits are given (HEX)")
+            ->expected(0, 1);
+    CLI::Option* const length =
+        command->add_option("--nonce-length", options.nonceLength, "A random nonce of so many octets (32)")
+            ->check(CLI::Range(1ul, kMostNonce))
+            ->excludes(given);
+    command->add_flag("--no-nonce", options.noNonce, "No nonce")->excludes(given)->excludes(length);
+}
+
+void addSigningOptions(CLI::App* command, RequestOptions& options) {
+    CLI::Option* const key =
+        command->add_option("--sign-key", options.key, "Sign with this key (file or URI)");
+    CLI::Option* const signer = command->add_option("--sign-cert", options.signer,
+                                                    "Certificate of that key; it goes into the request");
+    key->needs(signer);
+    signer->needs(key);
+    command->add_option("--chain", options.chain, "More certificates to go into a signed request")
+        ->allow_extra_args(false)
+        ->needs(key);
+    command->add_option("--digest", options.digest, "Hash to sign with")
+        ->check(CLI::IsMember(tools::hashNames()))
+        ->needs(key);
+}
+
+}  // namespace
+
+void addRequestCommand(CLI::App& app) {
+    auto options = std::make_shared<RequestOptions>();
+    CLI::App* command = app.add_subcommand("request", "Make an OCSP request");
+    command->add_option("--issuer", options->issuer, "Certificate of the issuer")->required();
+    command->add_option("--cert", options->certificates, "Ask about this certificate; may be repeated")
+        ->allow_extra_args(false);
+    command->add_option("--serial", options->serials, "Ask about this serial number (HEX); may be repeated")
+        ->allow_extra_args(false);
+    command->add_option("--hash", options->hash, "Hash in the identifiers (sha1)")
+        ->check(CLI::IsMember(tools::hashNames()));
+    command->add_option("--by", options->form, "How to name a certificate: certid, full or signature")
+        ->check(CLI::IsMember({"certid", "full", "signature"}));
+    addNonceOptions(command, *options);
+    command->add_option("--requestor-name", options->requestorName,
+                        "Who asks: /C=RU/O=Example or C=RU,O=Example");
+    addSigningOptions(command, *options);
+    command->add_option("-o,--out", options->output,
+                        "File for the request in DER; standard output if missing");
+    command->callback([options] { request(*options); });
+}

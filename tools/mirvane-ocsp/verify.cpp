@@ -1,0 +1,80 @@
+#include "verify.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "common/program.h"
+#include "time_text.h"
+#include "verification.h"
+
+namespace {
+
+struct VerifyOptions {
+    std::string signer;
+    std::string issuer;
+    std::vector<std::string> chain;
+    std::string request;
+    std::string at = "now";
+    std::string maxAge;
+    std::string skew = "5m";
+    bool allowMissingNonce = false;
+    bool requireGood = false;
+    std::size_t limit = tools::kUsualLimit;
+    std::string file;
+};
+
+tools::Policy policyOf(VerifyOptions const& options) {
+    tools::Policy policy{{},
+                         {},
+                         tools::readCertificates(options.chain),
+                         {},
+                         tools::parseTime(options.at),
+                         {},
+                         tools::parseSpan(options.skew),
+                         options.allowMissingNonce,
+                         options.requireGood};
+    if (!options.signer.empty()) policy.signer = tools::readCertificate(options.signer);
+    if (!options.issuer.empty()) policy.issuer = tools::readCertificate(options.issuer);
+    if (!options.maxAge.empty()) policy.maxAge = tools::parseSpan(options.maxAge);
+    if (!options.request.empty()) {
+        policy.request = tools::decodeRequest(tools::readInput(options.request, options.limit),
+                                              tools::sourceName(options.request));
+    }
+    return policy;
+}
+
+void verify(VerifyOptions const& options) {
+    const tools::Policy policy = policyOf(options);
+    const tools::Octets octets = tools::readInput(options.file, options.limit);
+    if (!tools::verifyResponse(octets, tools::sourceName(options.file), policy)) {
+        throw CLI::RuntimeError(tools::kFailure);
+    }
+}
+
+}  // namespace
+
+void addVerifyCommand(CLI::App& app) {
+    auto options = std::make_shared<VerifyOptions>();
+    CLI::App* command = app.add_subcommand("verify", "Check an OCSP response; status 0 only if all holds");
+    CLI::Option_group* const who = command->add_option_group("Who may sign", "One of the two");
+    who->add_option("--signer", options->signer, "Certificate that has to be the signer's");
+    who->add_option("--issuer", options->issuer,
+                    "Certificate of the issuer: it signs, or a delegate in the response or the chain does");
+    who->require_option(1);
+    command
+        ->add_option("--chain", options->chain,
+                     "More certificates, for the signer and between it and the issuer")
+        ->allow_extra_args(false);
+    command->add_option("--request", options->request, "The request, to hold entries and nonce against");
+    command->add_option("--at", options->at, "The time to check for: now, 20260101000000Z or ISO 8601");
+    command->add_option("--max-age", options->maxAge, "Greatest age of thisUpdate: seconds, 30m, 12h, 1d");
+    command->add_option("--skew", options->skew, "How far clocks may differ (5m)");
+    command->add_flag("--allow-missing-nonce", options->allowMissingNonce,
+                      "Let an answer pass that does not give the nonce back");
+    command->add_flag("--require-good", options->requireGood, "Fail if a status is not good");
+    tools::addSizeOption(command, options->limit);
+    command->add_option("RESPONSE", options->file, "Response in DER or PEM; - for standard input")
+        ->required();
+    command->callback([options] { verify(*options); });
+}
