@@ -57,7 +57,7 @@ class MIRVANE_API SigningCertificateAttribute : public CAttrValue {
     explicit SigningCertificateAttribute(char const* oid);
 
   private:
-    struct Impl;
+    struct MIRVANE_HIDDEN Impl;
 
     std::unique_ptr<Impl> impl_;  // never null
 };

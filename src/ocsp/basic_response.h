@@ -122,7 +122,7 @@ class MIRVANE_API CBasicResponse {
     void put_clockPrecisionDigits(int digits);
 
   private:
-    class Impl;
+    class MIRVANE_HIDDEN Impl;
     std::unique_ptr<Impl> impl_;  // null when cleared
 };
 

@@ -57,7 +57,7 @@ class MIRVANE_API CCertStatus {
     void put_revoked(CDateTime const& revocationTime, ASN1::CrlReason const* revocationReason);
 
   private:
-    class Impl;
+    class MIRVANE_HIDDEN Impl;
     std::unique_ptr<Impl> impl_;  // null when cleared
 };
 

@@ -61,7 +61,7 @@ class MIRVANE_API CReqCert {
     void put_certIdWithSignature(CCertIdWithSignature const& certIdWithSignature);
 
   private:
-    class Impl;
+    class MIRVANE_HIDDEN Impl;
     class Impl_CertID;
     class Impl_FullCertificate;
     class Impl_CertIdWithSignature;

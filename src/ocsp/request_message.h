@@ -111,7 +111,7 @@ class MIRVANE_API CRequestMessage {
     void put_requestList(CSingleRequestList const& requests);
 
   private:
-    class Impl;
+    class MIRVANE_HIDDEN Impl;
     std::unique_ptr<Impl> impl_;  // null when cleared
 };
 

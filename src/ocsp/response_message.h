@@ -73,7 +73,7 @@ class MIRVANE_API CResponseMessage {
   private:
     friend struct ASN1T_OCSPResponse_traits;
 
-    class Impl;
+    class MIRVANE_HIDDEN Impl;
     std::unique_ptr<Impl> impl_;
 };
 

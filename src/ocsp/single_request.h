@@ -41,7 +41,7 @@ class MIRVANE_API CSingleRequest {
     void put_singleRequestExtensions(ASN1::CExtensions const* singleRequestExtensions);
 
   private:
-    class Impl;
+    class MIRVANE_HIDDEN Impl;
     std::unique_ptr<Impl> impl_;  // null when cleared
 };
 

@@ -48,7 +48,7 @@ class MIRVANE_API CSingleResponse {
     void put_singleExtensions(ASN1::CExtensions const* singleExtensions);
 
   private:
-    class Impl;
+    class MIRVANE_HIDDEN Impl;
     std::unique_ptr<Impl> impl_;  // null when cleared
 };
 
