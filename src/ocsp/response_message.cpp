@@ -2,11 +2,19 @@
 
 #include <string>
 
+#include "asn1/choice.h"
 #include "asn1/primitive_traits.h"
+#include "asn1/record_traits.h"
 #include "asn1data/ocsp.h"
 #include "ocsp/message_road.h"
 
 namespace Mirvane::PKI::OCSP {
+namespace {
+
+using RecordTraits = ASN1::RecordTraits<asn1data::ASN1T_OCSPResponse, asn1data::ASN1C_OCSPResponse,
+                                        asn1data::asn1Copy_OCSPResponse>;
+
+}  // namespace
 
 class CResponseMessage::Impl {
   public:
@@ -23,14 +31,13 @@ class CResponseMessage::Impl {
 };
 
 CResponseMessage::CResponseMessage() : impl_(std::make_unique<Impl>()) {}
-CResponseMessage::CResponseMessage(CResponseMessage const& other)
-    : impl_(std::make_unique<Impl>(*other.impl_)) {}
+CResponseMessage::CResponseMessage(CResponseMessage const& other) : impl_(ASN1::copyOfImpl(other.impl_)) {}
 CResponseMessage::~CResponseMessage() = default;
 
 CResponseMessage& CResponseMessage::operator=(CResponseMessage const& other) {
     if (this == &other) return *this;
     clear();
-    impl_ = std::make_unique<Impl>(*other.impl_);
+    impl_ = ASN1::copyOfImpl(other.impl_);
     return *this;
 }
 
@@ -70,9 +77,11 @@ CBlob const* CResponseMessage::get_response() const {
 
 void CResponseMessage::put_response(char const* type, CBlob const* response) {
     if (!type != !response) failure::raise(failure::invalidArgument);
-    // The new text is made before the old one goes: `type` may point into it.
-    impl_->responseType = type ? std::make_unique<std::string>(type) : nullptr;
-    ASN1::copy_to_auto_ptr(impl_->response, response);
+    // Both are made before either is replaced: the arguments may point into the old ones, and memory may fail.
+    auto newType = type ? std::make_unique<std::string>(type) : nullptr;
+    auto newResponse = response ? std::make_unique<CBlob>(*response) : nullptr;
+    impl_->responseType = std::move(newType);
+    impl_->response = std::move(newResponse);
 }
 
 void ASN1T_OCSPResponse_traits::set(ASN1CTXT* ctxt, ASN1_T& record, CResponseMessage const& value) {
@@ -101,7 +110,7 @@ void ASN1T_OCSPResponse_traits::get(ASN1_T const& record, CResponseMessage& valu
 }
 
 void ASN1T_OCSPResponse_traits::copy(ASN1CTXT* ctxt, ASN1_T const& source, ASN1_T& target) {
-    asn1data::asn1Copy_OCSPResponse(ctxt, &source, &target);
+    RecordTraits::copy(ctxt, source, target);
 }
 
 }  // namespace Mirvane::PKI::OCSP
