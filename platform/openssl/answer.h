@@ -42,10 +42,30 @@ class ErrorScope {
     ErrorScope& operator=(const ErrorScope&) = delete;
 };
 
-// The code for an operation of OpenSSL that failed, in its ErrorScope: `otherwise`, unless memory ran out.
-inline DWORD failureCode(DWORD otherwise) {
-    return ERR_GET_REASON(ERR_peek_last_error()) == ERR_R_MALLOC_FAILURE ? E_OUTOFMEMORY : otherwise;
-}
+// One that also tells whether an operation of OpenSSL failed in it for lack of memory.
+class FailureScope : ErrorScope {
+  public:
+    // The code for an operation that failed: `otherwise`, unless memory ran out.
+    DWORD code(DWORD otherwise) const { return memoryFailed() ? E_OUTOFMEMORY : otherwise; }
+    // For an operation whose other failures have a meaning of their own.
+    void throwIfMemoryFailed() const {
+        if (memoryFailed()) throw std::bad_alloc();
+    }
+
+  private:
+    // What ran out of memory tells so first, and those above it add what they could not do for that. If there
+    // are errors of others below, only the last one can be looked at without taking theirs away.
+    bool memoryFailed() const {
+        const unsigned long last = ERR_peek_last_error();
+        bool failed = last != before_ && isOfMemory(last);
+        while (before_ == 0 && ERR_peek_error() != 0)
+            failed = isOfMemory(ERR_get_error()) || failed;
+        return failed;
+    }
+    static bool isOfMemory(unsigned long error) { return ERR_GET_REASON(error) == ERR_R_MALLOC_FAILURE; }
+
+    const unsigned long before_ = ERR_peek_last_error();  // 0 for none
+};
 
 // The two-call rule: without a buffer only the length is told; one that is too short is told the length
 // wanted.

@@ -3,6 +3,7 @@
 
 #include "answer.h"
 #include "certificate_fields.h"
+#include "hash_object.h"
 #include "object_identifiers.h"
 #include "platform/certificates.h"
 #include "pointers.h"
@@ -25,10 +26,12 @@ NamePointer readName(Octets octets) {
 // OpenSSL compares names by the rules of RFC 5280, 7.1.
 bool namesAreEqual(Octets one, Octets other) {
     if (std::equal(one.begin(), one.end(), other.begin(), other.end())) return true;
-    const ErrorScope scope;
+    const FailureScope scope;
     const NamePointer first = readName(one);
     const NamePointer second = first != nullptr ? readName(other) : nullptr;
-    return second != nullptr && X509_NAME_cmp(first.get(), second.get()) == 0;
+    const bool areEqual = second != nullptr && X509_NAME_cmp(first.get(), second.get()) == 0;
+    if (!areEqual) scope.throwIfMemoryFailed();
+    return areEqual;
 }
 
 // The number without the octets of sign that say nothing. Its last octet is the most significant.
@@ -97,14 +100,9 @@ DWORD hashToBeSigned(Octets encoded, BYTE* hash, DWORD* length) {
     const HashAlgorithm* algorithm = nullptr;
     if (const DWORD code = hashOfSignature(object.algorithm.content, algorithm); code != success) return code;
     const ErrorScope scope;
-    BYTE value[EVP_MAX_MD_SIZE];
-    const Octets part = object.toBeSigned.whole;
-    const auto size = static_cast<std::size_t>(EVP_MD_get_size(algorithm->digest));
-    if (hash != nullptr &&
-        EVP_Digest(part.data(), part.size(), value, nullptr, algorithm->digest, nullptr) != 1) {
-        return failureCode(NTE_FAIL);
-    }
-    return deliver({value, size}, hash, length);
+    HashObject digest(*algorithm, nullptr);
+    if (const DWORD code = digest.add(object.toBeSigned.whole); code != success) return code;
+    return digest.deliverValue(hash, length);
 }
 
 }  // namespace

@@ -11,7 +11,8 @@ HashObject::HashObject(const HashAlgorithm& algorithm, KeyPointer privateKey)
       size_(static_cast<DWORD>(EVP_MD_get_size(algorithm.digest))),
       privateKey_(std::move(privateKey)),
       digest_(EVP_MD_CTX_new()) {
-    if (digest_ == nullptr || EVP_MD_CTX_copy_ex(digest_.get(), algorithm.fresh) != 1) throw std::bad_alloc();
+    if (digest_ == nullptr || EVP_MD_CTX_copy_ex(digest_.get(), algorithm.fresh.get()) != 1)
+        throw std::bad_alloc();
 }
 
 DWORD HashObject::add(Octets data) {
@@ -30,6 +31,16 @@ DWORD HashObject::settle(Octets& value) {
     return success;
 }
 
+DWORD HashObject::deliverValue(BYTE* data, DWORD* length) {
+    if (data == nullptr || *length < size_) {
+        *length = size_;
+        return data == nullptr ? success : ERROR_MORE_DATA;
+    }
+    Octets value;
+    const DWORD code = settle(value);
+    return code == success ? deliver(value, data, length) : code;
+}
+
 namespace {
 
 DWORD createHash(HCRYPTPROV provider, ALG_ID algorithm, HCRYPTKEY key, DWORD flags, HCRYPTHASH* hash) {
@@ -43,17 +54,6 @@ DWORD createHash(HCRYPTPROV provider, ALG_ID algorithm, HCRYPTKEY key, DWORD fla
     const ErrorScope scope;
     *hash = hashObjects.add(std::make_unique<HashObject>(*known, share(context->privateKey.get())));
     return success;
-}
-
-DWORD hashValue(HashObject& hash, BYTE* data, DWORD* length) {
-    Octets value;
-    if (data == nullptr || *length < hash.size()) {
-        const DWORD code = data == nullptr ? success : ERROR_MORE_DATA;
-        *length = hash.size();
-        return code;
-    }
-    const DWORD code = hash.settle(value);
-    return code == success ? deliver(value, data, length) : code;
 }
 
 DWORD hashSize(const HashObject& hash, BYTE* data, DWORD* length) {
@@ -86,7 +86,7 @@ BOOL CryptGetHashParam(HCRYPTHASH hash, DWORD parameter, BYTE* data, DWORD* leng
         if (!object) return NTE_BAD_HASH;
         if (length == nullptr) return E_INVALIDARG;
         if (flags != 0) return NTE_BAD_FLAGS;
-        if (parameter == HP_HASHVAL) return hashValue(*object, data, length);
+        if (parameter == HP_HASHVAL) return object->deliverValue(data, length);
         return parameter == HP_HASHSIZE ? hashSize(*object, data, length) : NTE_BAD_TYPE;
     });
 }

@@ -27,6 +27,8 @@ class HashObject {
     DWORD add(Octets data);
     // Settles the value and tells it; a code. The octets live as long as the object.
     DWORD settle(Octets& value);
+    // The value by the two-call rule; a code. Settled only where there is room for it.
+    DWORD deliverValue(BYTE* data, DWORD* length);
 
   private:
     const HashAlgorithm& algorithm_;

@@ -86,10 +86,10 @@ bool hasUnnamedCurve(const CERT_PUBLIC_KEY_INFO& info, ALG_ID kind) {
 KeyPointer keyOf(const CERT_PUBLIC_KEY_INFO& info, ALG_ID kind, DWORD& code) {
     const std::string name = cacheName(info, kind);
     if (KeyPointer known = PublicKeyCache::instance().find(name)) return known;
-    const ErrorScope scope;
+    const FailureScope scope;
     KeyPointer key = hasUnnamedCurve(info, kind) ? nullptr : readKey(info);
     if (key == nullptr) {
-        code = failureCode(NTE_BAD_KEY);
+        code = scope.code(NTE_BAD_KEY);
     } else {
         PublicKeyCache::instance().put(name, key.get());
     }

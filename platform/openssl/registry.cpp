@@ -62,6 +62,15 @@ constexpr ALG_ID gost2001[] = {CALG_GR3410EL, CALG_GR3411, CALG_SHA1};
 constexpr ALG_ID gost2012[] = {CALG_GR3410EL, CALG_GR3410_2012_256, CALG_GR3410_2012_512,
                                CALG_GR3411,   CALG_GR3411_2012_256, CALG_GR3411_2012_512};
 
+// What is not installed is left out for good. A lack of memory passes, and so throws std::bad_alloc: the next
+// call looks again.
+bool findGost() {
+    const FailureScope scope;
+    const bool isThere = registerGostEngine();
+    if (!isThere) scope.throwIfMemoryFailed();
+    return isThere;
+}
+
 bool isHash(const Description& algorithm) {
     return algorithm.digest != nullptr || algorithm.engineDigest != NID_undef;
 }
@@ -104,8 +113,7 @@ const Registry& Registry::instance() {
 }
 
 Registry::Registry() {
-    const ErrorScope scope;
-    const bool withGost = registerGostEngine();
+    const bool withGost = findGost();
     addHashes(withGost);
     addType(PROV_RSA_FULL, "RSA Full (Signature and Key Exchange)", "Mirvane RSA and DSA Provider",
             rsaAndDsa);
@@ -119,12 +127,15 @@ Registry::Registry() {
 void Registry::addHashes(bool withGost) {
     for (const Description& algorithm : descriptions) {
         if (!isHash(algorithm)) continue;
-        const EVP_MD* const digest = digestOf(algorithm, withGost);
-        if (digest == nullptr) continue;
+        const FailureScope scope;
         DigestContextPointer fresh(EVP_MD_CTX_new());
         if (fresh == nullptr) throw std::bad_alloc();
-        if (EVP_DigestInit_ex(fresh.get(), digest, nullptr) != 1) continue;
-        hashes_.push_back({algorithm.id, digest, fresh.release()});
+        const EVP_MD* const digest = digestOf(algorithm, withGost);
+        if (digest != nullptr && EVP_DigestInit_ex(fresh.get(), digest, nullptr) == 1) {
+            hashes_.push_back({algorithm.id, digest, std::move(fresh)});
+        } else {
+            scope.throwIfMemoryFailed();
+        }
     }
 }
 

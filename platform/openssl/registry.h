@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/provider.h"
+#include "pointers.h"
 
 namespace platform {
 
@@ -17,7 +18,7 @@ struct HashAlgorithm {
     const EVP_MD* digest;
     // Ready to take data, and never given any: a copy costs less than a start, which takes a lock of the
     // whole process once an engine is loaded.
-    const EVP_MD_CTX* fresh;
+    DigestContextPointer fresh;
 };
 
 struct ProviderType {

@@ -9,30 +9,27 @@
 namespace platform {
 namespace {
 
-// An operation ready to go: `start` is EVP_PKEY_sign_init or EVP_PKEY_verify_init. NTE_BAD_ALGID if the hash
-// is not one for the key. This comes before the hash's value reaches the key, since the GOST engine ends the
-// process over a value of a length that it does not expect. Padding stays at its default, PKCS #1 for RSA.
-DWORD prepare(KeyContextPointer& operation, EVP_PKEY* key, ALG_ID kind, const HashAlgorithm& hash,
-              int (*start)(EVP_PKEY_CTX*)) {
-    if (!fits(kind, hash.id)) return NTE_BAD_ALGID;
-    operation.reset(EVP_PKEY_CTX_new(key, nullptr));
-    if (operation == nullptr || start(operation.get()) != 1 ||
-        EVP_PKEY_CTX_set_signature_md(operation.get(), hash.digest) <= 0) {
-        return failureCode(NTE_BAD_ALGID);
-    }
-    return success;
+// An operation ready to go: `start` is EVP_PKEY_sign_init or EVP_PKEY_verify_init. Null if the hash is not
+// one for the key. This comes before the hash's value reaches the key, since the GOST engine ends the process
+// over a value of a length that it does not expect. Padding stays at its default, PKCS #1 for RSA.
+KeyContextPointer prepare(EVP_PKEY* key, ALG_ID kind, const HashAlgorithm& hash,
+                          int (*start)(EVP_PKEY_CTX*)) {
+    if (!fits(kind, hash.id)) return nullptr;
+    KeyContextPointer operation(EVP_PKEY_CTX_new(key, nullptr));
+    const bool isReady = operation != nullptr && start(operation.get()) == 1 &&
+                         EVP_PKEY_CTX_set_signature_md(operation.get(), hash.digest) > 0;
+    return isReady ? std::move(operation) : nullptr;
 }
 
 DWORD makeSignature(HashObject& hash, EVP_PKEY* key, ALG_ID kind, BYTE* signature, DWORD* length) {
-    const ErrorScope scope;
-    KeyContextPointer operation;
-    DWORD code = prepare(operation, key, kind, hash.algorithm(), EVP_PKEY_sign_init);
-    if (code != success) return code;
+    const FailureScope scope;
+    const KeyContextPointer operation = prepare(key, kind, hash.algorithm(), EVP_PKEY_sign_init);
+    if (operation == nullptr) return scope.code(NTE_BAD_ALGID);
     Octets value;
-    if (code = hash.settle(value); code != success) return code;
+    if (const DWORD code = hash.settle(value); code != success) return code;
     std::size_t written = *length;
     if (EVP_PKEY_sign(operation.get(), signature, &written, value.data(), value.size()) != 1) {
-        return failureCode(NTE_FAIL);
+        return scope.code(NTE_FAIL);
     }
     std::reverse(signature, signature + written);
     *length = static_cast<DWORD>(written);
@@ -61,18 +58,18 @@ bool hasFitLength(Octets signature, const PublicKey& key) {
 }
 
 DWORD verify(HashObject& hash, Octets signature, const PublicKey& key) {
-    const ErrorScope scope;
-    KeyContextPointer operation;
-    DWORD code = prepare(operation, key.key.get(), key.kind, hash.algorithm(), EVP_PKEY_verify_init);
-    if (code != success) return code;
+    const FailureScope scope;
+    const KeyContextPointer operation =
+        prepare(key.key.get(), key.kind, hash.algorithm(), EVP_PKEY_verify_init);
+    if (operation == nullptr) return scope.code(NTE_BAD_ALGID);
     Octets value;
-    if (code = hash.settle(value); code != success) return code;
+    if (const DWORD code = hash.settle(value); code != success) return code;
     if (signature.data() == nullptr || !hasFitLength(signature, key)) return NTE_BAD_SIGNATURE;
     const std::vector<BYTE> turned(signature.rbegin(), signature.rend());
     const int outcome =
         EVP_PKEY_verify(operation.get(), turned.data(), turned.size(), value.data(), value.size());
-    if (outcome == 1) return success;
-    return outcome < 0 ? failureCode(NTE_BAD_SIGNATURE) : NTE_BAD_SIGNATURE;
+    // OpenSSL also tells of a lack of memory as of a wrong signature, here and there.
+    return outcome == 1 ? success : scope.code(NTE_BAD_SIGNATURE);
 }
 
 }  // namespace

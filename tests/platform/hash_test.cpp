@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <thread>
-
 #include "provider_support.h"
 
 using namespace test;
@@ -147,28 +144,4 @@ TEST(HashObject, HandlesStayApartWhenThousandsLive) {
         EXPECT_EQ(valueOf(hashes[i]), hashOf(CALG_SHA1, {static_cast<BYTE>(i % 251)}, 1));
     for (HCRYPTHASH hash : hashes)
         EXPECT_TRUE(CryptDestroyHash(hash));
-}
-
-// One handle destroyed, read and fed by several threads at once: every call either works or is refused.
-TEST(HashObject, ThreadsMayRaceForOneHandle) {
-    const Provider provider(MVCAPI_I_CryptGetDefaultCryptProv(CALG_SHA1, 0));
-    for (int round = 0; round < 200; ++round) {
-        HCRYPTHASH hash = 0;
-        ASSERT_TRUE(CryptCreateHash(provider, CALG_SHA1, 0, 0, &hash));
-        std::atomic<int> destroyed{0};
-        const auto work = [&] {
-            BYTE value[20] = {};
-            DWORD length = sizeof value;
-            CryptHashData(hash, value, 0, 0);
-            const bool isRead = CryptGetHashParam(hash, HP_HASHVAL, value, &length, 0);
-            EXPECT_TRUE(isRead || GetLastError() == NTE_BAD_HASH);
-            destroyed += CryptDestroyHash(hash);
-        };
-        std::array<std::thread, 4> threads;
-        for (auto& thread : threads)
-            thread = std::thread(work);
-        for (auto& thread : threads)
-            thread.join();
-        ASSERT_EQ(destroyed, 1);
-    }
 }

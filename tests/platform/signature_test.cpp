@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <thread>
-
 #include "platform/keys.h"
 #include "provider_support.h"
 
@@ -391,27 +389,4 @@ TEST(KeyContainer, FitsTheTypeOrIsRefused) {
     DWORD length = 0;
     makeHash(provider, CALG_SHA1, hash);
     EXPECT_EQ(codeOf([&] { return CryptSignHashA(hash, 1, nullptr, 0, nullptr, &length); }), NTE_NO_KEY);
-}
-
-TEST(Threads, HashSignAndVerifyAtOnceWithSharedHandles) {
-    for (const Pair& pair : {pairs[1], pairs[6], pairs[10]}) {
-        if (keyOfKind(pair.key) == nullptr) continue;
-        Signer signer(pair.key, pair.hash);
-        Check shared(pair.key, pair.hash);
-        const auto work = [&] {
-            for (int round = 0; round < 8; ++round) {
-                Hash hash;
-                EXPECT_TRUE(makeHash(signer.provider, pair.hash, hash));
-                const Octets signature = signer.sign();
-                EXPECT_EQ(shared.code(signature), 0u);
-                Check own(pair.key, pair.hash);
-                EXPECT_EQ(own.code(signature), 0u);
-            }
-        };
-        std::vector<std::thread> threads;
-        for (int i = 0; i < 8; ++i)
-            threads.emplace_back(work);
-        for (auto& thread : threads)
-            thread.join();
-    }
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 #include "platform/last_error.h"
 
@@ -71,6 +72,31 @@ const ScriptedProvider* findProvider(const char* name, DWORD type) {
 
 std::size_t position = 0;
 
+struct ScriptedCertificate {
+    explicit ScriptedCertificate(const std::string& octets) : name(octets.size() < 20 ? octets : "long") {
+        info.Issuer = {static_cast<DWORD>(issuer.size()), octetsOf(issuer)};
+        info.SubjectPublicKeyInfo.PublicKey = {static_cast<DWORD>(key.size()), octetsOf(key), 3};
+        info.SignatureAlgorithm.pszObjId = identifier.data();
+    }
+    static BYTE* octetsOf(std::string& text) { return reinterpret_cast<BYTE*>(text.data()); }
+
+    CERT_CONTEXT context = {0x10001, nullptr, 0, &info};  // first, so that it tells where the rest is
+    CERT_INFO info = {};
+    std::string name;
+    std::string issuer = "issuer in " + name;
+    std::string key = "key of " + name;
+    std::string identifier = "1.2.3";
+};
+
+// The two-call rule, noted as "length of WHAT" and "WHAT".
+BOOL twoCalls(const std::string& what, const std::vector<BYTE>& result, BYTE* buffer, DWORD* length) {
+    platform.trace.push_back(buffer == nullptr ? "length of " + what : what);
+    if (isToFail(platform.trace.back().c_str())) return 0;
+    if (buffer != nullptr && *length >= result.size()) std::copy(result.begin(), result.end(), buffer);
+    *length = static_cast<DWORD>(result.size());
+    return 1;
+}
+
 }  // namespace
 
 HCRYPTPROV MVCAPI_I_CryptGetDefaultCryptProv(ALG_ID, ALG_ID) {
@@ -129,7 +155,8 @@ BOOL CryptCreateHash(HCRYPTPROV, ALG_ID, HCRYPTKEY, DWORD, HCRYPTHASH* hash) {
     return 1;
 }
 
-BOOL CryptHashData(HCRYPTHASH, const BYTE*, DWORD, DWORD) {
+BOOL CryptHashData(HCRYPTHASH, const BYTE* data, DWORD length, DWORD) {
+    platform.trace.push_back("hash " + std::string(reinterpret_cast<const char*>(data), length));
     return !isToFail("HashData");
 }
 
@@ -148,4 +175,31 @@ BOOL CryptGetHashParam(HCRYPTHASH, DWORD parameter, BYTE* data, DWORD* length, D
 BOOL CryptDestroyHash(HCRYPTHASH hash) {
     if (hash == 7) --platform.liveHashes;
     return 1;
+}
+
+// A certificate is its octets; a short text stands for itself in the trace and in the fields.
+PCCERT_CONTEXT CertCreateCertificateContext(DWORD encodingType, const BYTE* encoded, DWORD length) {
+    auto certificate = std::make_unique<ScriptedCertificate>(std::string(encoded, encoded + length));
+    platform.trace.push_back("open " + certificate->name);
+    if (encodingType != 0x10001) return fail(NTE_FAIL), nullptr;
+    return isToFail(platform.trace.back().c_str()) ? nullptr : &certificate.release()->context;
+}
+
+BOOL CertFreeCertificateContext(PCCERT_CONTEXT context) {
+    const std::unique_ptr<const ScriptedCertificate> certificate(
+        reinterpret_cast<const ScriptedCertificate*>(context));
+    platform.trace.push_back("close " + certificate->name);
+    return 1;
+}
+
+BOOL CryptEncodeObject(DWORD encodingType, const char* structureType, const void*, BYTE* encoded,
+                       DWORD* length) {
+    if (encodingType != 0x10001 || structureType != X509_MULTI_BYTE_INTEGER) return fail(NTE_FAIL);
+    return twoCalls("serial number", {2, 1, 5}, encoded, length);
+}
+
+BOOL CryptHashToBeSigned(HCRYPTPROV provider, DWORD encodingType, const BYTE*, DWORD, BYTE* hash,
+                         DWORD* length) {
+    if (provider != 0 || encodingType != 0x10001) return fail(NTE_FAIL);
+    return twoCalls("signed part", {0xAB}, hash, length);
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/certificates.h"
 #include "platform/hash.h"
 
 namespace test {
@@ -35,6 +36,7 @@ struct ScriptedPlatform {
     std::vector<DWORD> capacities;  // that came with the calls of an enumeration
     std::vector<DWORD> walkFlags;   // that came with the calls for a list of algorithms
     int liveHashes = 0;
+    std::vector<std::string> trace;  // what was done with certificates and what was hashed, in order
 
     // A context that a test's caller holds.
     HCRYPTPROV addContext(ScriptedProvider provider);
