@@ -128,11 +128,11 @@ asn1data::ASN1T_AlgorithmIdentifier* ASN1T_AlgorithmIdentifier_set(ASN1CTXT* ctx
 
 void ASN1T_AlgorithmIdentifier_get(CAlgorithmIdentifier& value,
                                    asn1data::ASN1T_AlgorithmIdentifier const& rec) {
-    CStringProxy text;
-    ASN1TObjId_traits::get(rec.algorithm, text);
+    CBlob text;
+    oid2str(text, &rec.algorithm);
     CBlob parameters;
     if (rec.m.parametersPresent) ASN1TOpenType_traits::get(rec.parameters, parameters);
-    value.put_algorithm(text.c_str());
+    value.put_algorithm(reinterpret_cast<char const*>(text.pbData()));
     value.put_parameters(parameters);
 }
 

@@ -2,24 +2,13 @@
 
 #include <algorithm>
 #include <string>
-#include <string_view>
 
 #include "asn1/attribute_traits.h"
 #include "asn1/bridge.h"
 #include "asn1/choice.h"
+#include "asn1/find_by_identifier.h"
 
 namespace Mirvane::ASN1 {
-namespace {
-
-// Finds in a list that is constant or not.
-template <typename List>
-auto findIn(List& list, char const* oid) {
-    const std::string_view wanted = oid != nullptr ? oid : "";
-    return std::find_if(list.begin(), list.end(),
-                        [wanted](CAttribute const& attribute) { return wanted == attribute.get_oid(); });
-}
-
-}  // namespace
 
 class CAttributeImpl {
   public:
@@ -90,16 +79,15 @@ bool CAttribute::operator==(CAttribute const& other) const {
 }
 
 CAttributes::iterator CAttributes::find(char const* oid) {
-    return findIn(*this, oid);
+    return findByIdentifier(*this, &CAttribute::get_oid, oid);
 }
 
 CAttributes::const_iterator CAttributes::find(char const* oid) const {
-    return findIn(*this, oid);
+    return findByIdentifier(*this, &CAttribute::get_oid, oid);
 }
 
 void CAttributes::erase(char const* oid) {
-    const auto found = find(oid);
-    if (found != end()) erase(found);
+    eraseByIdentifier(*this, oid);
 }
 
 CBlob CAttributes::encode() const {

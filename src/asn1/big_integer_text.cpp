@@ -12,9 +12,12 @@ namespace Mirvane::ASN1 {
 
 void StringToBigInteger(char const* text, CBigInteger& out) {
     if (text == nullptr || std::strncmp(text, "0x", 2) != 0 || text[2] == '\0') failure::raise(failure::asn1);
-    std::string digits(text + 2);
-    if (digits.size() % 2 != 0 && digits[0] == '0') digits.insert(0, 1, '0');
-    out.readFromHexString(digits.c_str());
+    char const* const digits = text + 2;
+    if (digits[0] == '0' && std::strlen(digits) % 2 != 0) {
+        out.readFromHexString((std::string("0") + digits).c_str());
+    } else {
+        out.readFromHexString(digits);
+    }
 }
 
 void ASN1StringToBigInteger(char const* text, CBigInteger& out) {

@@ -9,6 +9,7 @@
 
 #include "asn1rt/context.h"
 #include "asn1rt/list.h"
+#include "base/exception.h"
 
 namespace Mirvane::ASN1 {
 
@@ -20,6 +21,17 @@ template <typename Record>
 Record* newRecord(ASN1CTXT* ctxt) {
     static_assert(alignof(Record) <= 16);
     return ::new (allocate(ctxt, sizeof(Record))) Record();
+}
+
+// Runs a step of a codec, all of whose std::bad_alloc tell of the context's memory: copies, and the order of
+// a SET OF, have no status for it.
+template <typename Step>
+auto inContextMemory(Step step) {
+    try {
+        return step();
+    } catch (std::bad_alloc const&) {
+        failure::raise(failure::contextMemory);
+    }
 }
 
 // Links a record to the end of a list by a node from the context.

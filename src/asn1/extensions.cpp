@@ -6,19 +6,9 @@
 
 #include "asn1/bridge.h"
 #include "asn1/extension_traits.h"
+#include "asn1/find_by_identifier.h"
 
 namespace Mirvane::ASN1 {
-namespace {
-
-// Finds in a list that is constant or not.
-template <typename List>
-auto findIn(List& list, char const* oid) {
-    const std::string_view wanted = oid != nullptr ? oid : "";
-    return std::find_if(list.begin(), list.end(),
-                        [wanted](CExtension const& extension) { return wanted == extension.get_extnID(); });
-}
-
-}  // namespace
 
 CExtValue::CExtValue() = default;
 CExtValue::CExtValue(char const* oid) : oid_(oid) {}
@@ -49,25 +39,19 @@ bool CExtension::operator==(CExtension const& other) const {
 }
 
 CExtensions::iterator CExtensions::find(char const* oid) {
-    return findIn(*this, oid);
+    return findByIdentifier(*this, &CExtension::get_extnID, oid);
 }
 
 CExtensions::const_iterator CExtensions::find(char const* oid) const {
-    return findIn(*this, oid);
+    return findByIdentifier(*this, &CExtension::get_extnID, oid);
 }
 
 void CExtensions::insert(CExtension const& extension) {
-    const auto found = find(extension.get_extnID());
-    if (found != end()) {
-        *found = extension;
-    } else {
-        push_back(extension);
-    }
+    putByIdentifier(*this, extension.get_extnID(), extension);
 }
 
 void CExtensions::erase(char const* oid) {
-    const auto found = find(oid);
-    if (found != end()) erase(found);
+    eraseByIdentifier(*this, oid);
 }
 
 CBlob CExtensions::encode() const {

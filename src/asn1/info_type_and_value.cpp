@@ -1,20 +1,10 @@
 #include "asn1/info_type_and_value.h"
 
-#include <algorithm>
 #include <string_view>
 
+#include "asn1/find_by_identifier.h"
+
 namespace Mirvane::ASN1 {
-namespace {
-
-// Finds in a list that is constant or not.
-template <typename List>
-auto findIn(List& list, char const* infoType) {
-    const std::string_view wanted = infoType != nullptr ? infoType : "";
-    return std::find_if(list.begin(), list.end(),
-                        [wanted](CInfoTypeAndValue const& info) { return wanted == info.get_infoType(); });
-}
-
-}  // namespace
 
 CInfoTypeAndValue::CInfoTypeAndValue() = default;
 CInfoTypeAndValue::CInfoTypeAndValue(char const* infoType) : infoType_(infoType) {}
@@ -34,25 +24,19 @@ bool CInfoTypeAndValue::operator==(CInfoTypeAndValue const& other) const {
 }
 
 CInfoTypeAndValueList::iterator CInfoTypeAndValueList::find(char const* infoType) {
-    return findIn(*this, infoType);
+    return findByIdentifier(*this, &CInfoTypeAndValue::get_infoType, infoType);
 }
 
 CInfoTypeAndValueList::const_iterator CInfoTypeAndValueList::find(char const* infoType) const {
-    return findIn(*this, infoType);
+    return findByIdentifier(*this, &CInfoTypeAndValue::get_infoType, infoType);
 }
 
 void CInfoTypeAndValueList::insert(CInfoTypeAndValue const& info) {
-    const auto found = find(info.get_infoType());
-    if (found != end()) {
-        *found = info;
-    } else {
-        push_back(info);
-    }
+    putByIdentifier(*this, info.get_infoType(), info);
 }
 
 void CInfoTypeAndValueList::remove(char const* infoType) {
-    const auto found = find(infoType);
-    if (found != end()) erase(found);
+    eraseByIdentifier(*this, infoType);
 }
 
 }  // namespace Mirvane::ASN1

@@ -6,10 +6,8 @@
 #ifndef MIRVANE_ASN1_RECORD_TRAITS_H
 #define MIRVANE_ASN1_RECORD_TRAITS_H
 
-#include <new>
-
+#include "asn1/context_memory.h"
 #include "asn1rt/message_buffer.h"
-#include "base/exception.h"
 
 namespace Mirvane::ASN1 {
 
@@ -19,15 +17,12 @@ struct RecordTraits {
 
     // Into an empty record. Throws 0x80093106 for memory that the context does not have.
     static void copy(ASN1CTXT* ctxt, Record const& src, Record& dst) {
-        try {
-            Copy(ctxt, &src, &dst);
-        } catch (std::bad_alloc const&) {
-            failure::raise(failure::contextMemory);
-        }
+        inContextMemory([&] { Copy(ctxt, &src, &dst); });
     }
 
+    // Throws 0x80093106 where memory fails for the order of a SET OF.
     static int encode(ASN1BEREncodeBuffer& buffer, Record& rec) {
-        return Control(buffer, rec).EncodeTo(buffer);
+        return inContextMemory([&] { return Control(buffer, rec).EncodeTo(buffer); });
     }
     static int decode(ASN1BERDecodeBuffer& buffer, Record& rec) {
         return Control(buffer, rec).DecodeFrom(buffer);

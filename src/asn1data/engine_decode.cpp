@@ -3,6 +3,8 @@
 
 #include "asn1data/constraint.h"
 #include "asn1data/engine.h"
+#include "asn1data/engine_elementwise.h"
+#include "asn1data/recent_allocations.h"
 #include "asn1data/record_access.h"
 #include "asn1rt/allocate.h"
 #include "asn1rt/ber_decode.h"
@@ -37,9 +39,15 @@ bool isConstructedKind(Kind kind) {
            kind == Kind::Choice;
 }
 
+// What a decode does not keep.
+struct Dropping {
+    const ElementTaker* taker = nullptr;
+    bool resolved = false;  // the values that tables resolve
+};
+
 class Decoder {
   public:
-    explicit Decoder(ASN1CTXT* ctxt) : mContext(ctxt) {}
+    explicit Decoder(ASN1CTXT* ctxt, Dropping dropping = {}) : mContext(ctxt), mDropping(dropping) {}
 
     int decode(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length, const Place& place);
     int resolve(const TypeDescriptor& type, void* record);
@@ -51,6 +59,8 @@ class Decoder {
     int decodeSet(const TypeDescriptor& type, void* record, const Content& content);
     int decodeChoice(const TypeDescriptor& type, void* record, ASN1TagType tagging);
     int decodeList(const TypeDescriptor& type, void* record, const Content& content);
+    bool keepsElements(const TypeDescriptor& list) const;
+    void drop(const TypeDescriptor& list, const void* element, RecentAllocations& allocations);
     int decodeArray(const TypeDescriptor& type, void* record, const Content& content);
     int decodeElements(const TypeDescriptor& type, void* elements, std::uint32_t slots,
                        const Content& content, std::uint32_t* count);
@@ -72,7 +82,9 @@ class Decoder {
     int fail(int status) { return asn1rt::record(mContext, status); }
 
     ASN1CTXT* mContext;
+    Dropping mDropping;
     int mLevel = 0;
+    int mTrials = 0;  // values being decoded that are not kept, one inside the other
 };
 
 bool Decoder::hasEnded(const Content& content) const {
@@ -459,15 +471,33 @@ int Decoder::decodeList(const TypeDescriptor& type, void* record, const Content&
     const std::uint64_t size = sizeof(_Asn1RTDListNode) + std::uint64_t{type.element->size};
     while (!hasEnded(content)) {
         if (list.count >= most) return RTS_EXTRA_ELEMENT;
+        RecentAllocations allocations(mContext);
         auto* node = static_cast<_Asn1RTDListNode*>(
             rtMemHeapAllocZ(&mContext->typeMemHeap, static_cast<std::int32_t>(size)));
         if (!node) return RTS_NO_MEMORY;
         void* element = node + 1;
         const int status = decode(*type.element, element, ASN1EXPL, 0, Place{Place::Kind::Element});
         if (status != RTS_OK) return status;
-        rtDListAppendNode(mContext, &list, element);
+        if (keepsElements(type)) {
+            rtDListAppendNode(mContext, &list, element);
+        } else {
+            drop(type, element, allocations);
+            ++list.count;
+        }
     }
     return RTS_OK;
+}
+
+// A table looks at the elements of its list once more behind the list.
+bool Decoder::keepsElements(const TypeDescriptor& list) const {
+    if (list.element->kind == Kind::TableOpenType) return true;
+    return mTrials == 0 && !(mDropping.taker && &mDropping.taker->list == &list);
+}
+
+void Decoder::drop(const TypeDescriptor& list, const void* element, RecentAllocations& allocations) {
+    const ElementTaker* taker = mDropping.taker;
+    if (mTrials == 0 && taker && &taker->list == &list) taker->take(taker->taker, element);
+    allocations.release();
 }
 
 int Decoder::decodeArray(const TypeDescriptor& type, void* record, const Content& content) {
@@ -504,6 +534,7 @@ int Decoder::decodeElements(const TypeDescriptor& type, void* elements, std::uin
 int Decoder::resolveObject(const ObjectEntry& entry, Asn1TObject& object) {
     if (!entry.value || object.numocts == 0 || !object.data) return RTS_OK;
     if (mLevel == kMostLevels) return fail(RTS_NO_MEMORY);
+    RecentAllocations allocations(mContext);
     const std::uint64_t size = entry.value->size > 0 ? entry.value->size : 1;  // a NULL has none
     object.decoded = rtMemHeapAllocZ(&mContext->typeMemHeap, static_cast<std::int32_t>(size));
     if (!object.decoded) return fail(RTS_NO_MEMORY);
@@ -512,10 +543,16 @@ int Decoder::resolveObject(const ObjectEntry& entry, Asn1TObject& object) {
     int status = xd_setp(mContext, object.data, static_cast<int>(object.numocts), nullptr, nullptr);
     if (status == RTS_OK) {
         ++mLevel;
+        mTrials += mDropping.resolved;
         status = decode(*entry.value, object.decoded, ASN1EXPL, 0, Place{});
+        mTrials -= mDropping.resolved;
         --mLevel;
     }
     rtCopyContext(mContext, &saved);
+    if (mDropping.resolved) {
+        object.decoded = nullptr;
+        allocations.release();
+    }
     return status == RTS_OK ? status : fail(status);
 }
 
@@ -547,6 +584,14 @@ int Decoder::resolve(const TypeDescriptor& type, void* record) {
 
 int decode(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, ASN1TagType tagging, int length) {
     return Decoder(ctxt).decode(type, value, tagging, length, Place{});
+}
+
+int decodeElementwise(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, const ElementTaker& taker) {
+    return Decoder(ctxt, {.taker = &taker}).decode(type, value, ASN1EXPL, 0, Place{});
+}
+
+int decodeUnresolved(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value) {
+    return Decoder(ctxt, {.resolved = true}).decode(type, value, ASN1EXPL, 0, Place{});
 }
 
 int decodeTable(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value) {

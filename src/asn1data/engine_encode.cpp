@@ -49,6 +49,7 @@ class Encoder {
     int encodeObject(const Asn1TObject& object, const ObjectEntry* entry);
     int encodeInlineBits(const TypeDescriptor& type, const void* value, ASN1TagType tagging);
     int encodeInlineOctets(const TypeDescriptor& type, const void* value, ASN1TagType tagging);
+    void makeRoom();
     int tagged(ASN1TAG tag, Tagging tagging, const TypeDescriptor& type, const void* value,
                const Place& place, const ObjectEntry* entry);
     int withTag(ASN1TAG tag, int length, ASN1TagType tagging) {
@@ -240,6 +241,16 @@ int Encoder::encodeChoice(const TypeDescriptor& type, const void* record, ASN1Ta
     return type.outerTag == kNoTag ? length : withTag(type.outerTag, length, tagging);
 }
 
+// The buffer grows by a fixed step and moves all that is written each time, which takes a long list out of
+// linear time: before an element there is room in proportion to what is written. Where that fails, the step
+// may still do.
+void Encoder::makeRoom() {
+    const auto& buffer = mContext->buffer;
+    const std::uint32_t written = buffer.size - buffer.byteIndex;
+    if (!buffer.dynamic || written < 4 * XE_GROWTH_STEP || buffer.byteIndex >= written / 4) return;
+    xe_expandBuffer(mContext, written);
+}
+
 int Encoder::encodeList(const TypeDescriptor& type, const void* record, ASN1TagType tagging,
                         const ObjectEntry* entry) {
     const auto& list = member<_Asn1RTDList>(record, type.headOffset);
@@ -247,6 +258,7 @@ int Encoder::encodeList(const TypeDescriptor& type, const void* record, ASN1TagT
     std::int64_t total = 0;
     for (const _Asn1RTDListNode* node = list.tail; node; node = node->prev) {
         if (!node->data) return RTS_BAD_VALUE;
+        makeRoom();
         const int length = encode(*type.element, node->data, ASN1EXPL, Place{Place::Kind::Element}, entry);
         if (length < 0) return length;
         order.add(length);
@@ -265,6 +277,7 @@ int Encoder::encodeArray(const TypeDescriptor& type, const void* record, ASN1Tag
     std::int64_t total = 0;
     for (std::uint32_t i = count; i-- > 0;) {
         const void* element = static_cast<const char*>(elements) + std::size_t{i} * type.element->size;
+        makeRoom();
         const int length = encode(*type.element, element, ASN1EXPL, Place{Place::Kind::Element});
         if (length < 0) return length;
         order.add(length);

@@ -1,5 +1,5 @@
-// Marks what the shared library offers to other programs; everything else stays hidden. MIRVANE_HIDDEN takes a nested
-// class out of an offered one.
+// Marks what the shared library offers to other programs; everything else stays hidden. MIRVANE_HIDDEN takes
+// a nested class out of an offered one.
 #ifndef MIRVANE_ASN1RT_EXPORT_H
 #define MIRVANE_ASN1RT_EXPORT_H
 

@@ -167,7 +167,7 @@ void rtDListAppendArrayCopy(ASN1CTXT* ctxt, _Asn1RTDList* list, const void* base
 void rtMemFreeOpenSeqExt(ASN1CTXT* ctxt, _Asn1RTDList* list) {
     for (const _Asn1RTDListNode* node = list->head; node; node = node->next) {
         const auto* value = static_cast<const ASN1OpenType*>(node->data);
-        rtMemHeapFreePtr(&ctxt->typeMemHeap, const_cast<unsigned char*>(value->data));
+        if (value) rtMemHeapFreePtr(&ctxt->typeMemHeap, const_cast<unsigned char*>(value->data));
     }
     rtDListFreeAll(ctxt, list);
 }

@@ -1,10 +1,14 @@
 #include "ocsp/basic_response.h"
 
+#include <exception>
+
 #include "asn1/algorithm_identifier_traits.h"
 #include "asn1/certificate_traits.h"
+#include "asn1/choice.h"
 #include "asn1/context_memory.h"
 #include "asn1/extension_traits.h"
 #include "asn1/primitive_traits.h"
+#include "asn1data/engine_elementwise.h"
 #include "asn1data/ocsp.h"
 #include "ocsp/message_road.h"
 #include "ocsp/message_signature.h"
@@ -16,6 +20,36 @@ namespace {
 
 using RecordTraits = ASN1::RecordTraits<asn1data::ASN1T_BasicOCSPResponse, asn1data::ASN1C_BasicOCSPResponse,
                                         asn1data::asn1Copy_BasicOCSPResponse>;
+
+// Reads the entries of a response while they are decoded, so that their records are never all there at once.
+// A failure waits: a message that does not decode is told first, and so is what stands in front.
+class EntryReader {
+  public:
+    asn1data::ElementTaker taker() { return {asn1data::types::_SeqOfSingleResponse, take, this}; }
+
+    // Gives the entries that were read out, and then throws what stopped the reading.
+    void moveTo(CSingleResponseList& responses) {
+        responses.splice(responses.end(), entries_);
+        if (failure_) std::rethrow_exception(failure_);
+    }
+
+  private:
+    static void take(void* reader, void const* element) {
+        static_cast<EntryReader*>(reader)->read(*static_cast<asn1data::ASN1T_SingleResponse const*>(element));
+    }
+
+    void read(asn1data::ASN1T_SingleResponse const& record) {
+        if (failure_) return;
+        try {
+            entries_.push_back(readASN1T_SignleResponse(record));
+        } catch (...) {
+            failure_ = std::current_exception();
+        }
+    }
+
+    CSingleResponseList entries_;
+    std::exception_ptr failure_;
+};
 
 }  // namespace
 
@@ -38,7 +72,7 @@ class CBasicResponse::Impl {
     void clear();
     void fillASN1T_BasicOCSPResponse(ASN1CTXT* ctxt, asn1data::ASN1T_BasicOCSPResponse& record) const;
     void fillASN1T_ResponseData(ASN1CTXT* ctxt, asn1data::ASN1T_ResponseData& record) const;
-    void readASN1T_BasicOCSPResponse(asn1data::ASN1T_BasicOCSPResponse const& record);
+    void readASN1T_BasicOCSPResponse(asn1data::ASN1T_BasicOCSPResponse const& record, EntryReader& entries);
     CBlob tbsResponseDataEncode() const;
 
     std::uint32_t version = 0;
@@ -54,7 +88,7 @@ class CBasicResponse::Impl {
     CClockPrecision clockPrecision;
 
   private:
-    void readASN1T_ResponseData(asn1data::ASN1T_ResponseData const& record);
+    void readASN1T_ResponseData(asn1data::ASN1T_ResponseData const& record, EntryReader& entries);
 };
 
 // Meant to keep version, time, responder, precision and the received octets.
@@ -95,23 +129,22 @@ void CBasicResponse::Impl::fillASN1T_BasicOCSPResponse(ASN1CTXT* ctxt,
     ASN1::CertificateSequence_traits::set(ctxt, record.certs, *certs);
 }
 
-void CBasicResponse::Impl::readASN1T_ResponseData(asn1data::ASN1T_ResponseData const& record) {
+void CBasicResponse::Impl::readASN1T_ResponseData(asn1data::ASN1T_ResponseData const& record,
+                                                  EntryReader& entries) {
     version = record.m.versionPresent ? record.version : 0;
     ASN1T_ResponderID_traits::get(record.responderID, responderID);
     producedAt = CDateTime(record.producedAt);
-    for (auto const* node = record.responses.head; node != nullptr; node = node->next) {
-        responses.push_back(
-            readASN1T_SignleResponse(*static_cast<asn1data::ASN1T_SingleResponse const*>(node->data)));
-    }
+    entries.moveTo(responses);
     if (!record.m.responseExtensionsPresent) return;
     auto extensions = std::make_unique<ASN1::CExtensions>();
     ASN1::ASN1T_Extensions_traits::get(record.responseExtensions, *extensions);
     responseExtensions = std::move(extensions);
 }
 
-void CBasicResponse::Impl::readASN1T_BasicOCSPResponse(asn1data::ASN1T_BasicOCSPResponse const& record) {
+void CBasicResponse::Impl::readASN1T_BasicOCSPResponse(asn1data::ASN1T_BasicOCSPResponse const& record,
+                                                       EntryReader& entries) {
     clear();
-    readASN1T_ResponseData(record.tbsResponseData);
+    readASN1T_ResponseData(record.tbsResponseData, entries);
     auto algorithm = std::make_unique<ASN1::CAlgorithmIdentifierEx>();
     ASN1::ASN1T_AlgorithmIdentifier_get(*algorithm, record.signatureAlgorithm);
     auto value = std::make_unique<CBlob>();
@@ -134,13 +167,13 @@ CBlob CBasicResponse::Impl::tbsResponseDataEncode() const {
 CBasicResponse::CBasicResponse() : impl_(std::make_unique<Impl>()) {}
 CBasicResponse::CBasicResponse(CDateTime const& producedAt, CResponderID const& responderID)
     : impl_(std::make_unique<Impl>(producedAt, responderID)) {}
-CBasicResponse::CBasicResponse(CBasicResponse const& other) : impl_(std::make_unique<Impl>(*other.impl_)) {}
+CBasicResponse::CBasicResponse(CBasicResponse const& other) : impl_(ASN1::copyOfImpl(other.impl_)) {}
 CBasicResponse::~CBasicResponse() = default;
 
 CBasicResponse& CBasicResponse::operator=(CBasicResponse const& other) {
     if (this == &other) return *this;
     clear();
-    impl_ = std::make_unique<Impl>(*other.impl_);
+    impl_ = ASN1::copyOfImpl(other.impl_);
     return *this;
 }
 
@@ -157,13 +190,25 @@ CBlob CBasicResponse::encode() const {
 }
 
 void CBasicResponse::decode(CBlob const& blob) {
-    road::decode<asn1data::ASN1C_BasicOCSPResponse, asn1data::ASN1T_BasicOCSPResponse>(
-        blob, failure::invalidArgument, [&](asn1data::ASN1T_BasicOCSPResponse const& record) {
+    // One copy of all octets, which the record points into, instead of one for each string. The blob may be
+    // one that the response holds until it is read.
+    const CBlob message(blob);
+    EntryReader entries;
+    road::decodeBy<asn1data::ASN1T_BasicOCSPResponse>(
+        message, failure::invalidArgument,
+        [&](ASN1BERDecodeBuffer& buffer, asn1data::ASN1T_BasicOCSPResponse& record) {
+            buffer.init();
+            rtCtxtSetFlag(buffer.getCtxtPtr(), ASN1_NO_COPY);
+            return asn1data::decodeElementwise(buffer.getCtxtPtr(), asn1data::types::BasicOCSPResponse,
+                                               &record, entries.taker());
+        },
+        [&](asn1data::ASN1T_BasicOCSPResponse const& record) {
             // Octets of an earlier response must not stay beside a new signature if reading fails.
             impl_->tbsBlob = CBlob();
-            // Cut out first: the blob may be one that the response holds until it is read.
-            CBlob received = extractTbsBlob(blob);
-            impl_->readASN1T_BasicOCSPResponse(record);
+            CBlob received = extractTbsBlob(message);
+            impl_->readASN1T_BasicOCSPResponse(record, entries);
+            // Meant to come last: what was read stays.
+            if (received.cbData() == 0) failure::raise(failure::asn1);
             impl_->tbsBlob = std::move(received);
         });
 }

@@ -8,12 +8,18 @@
 //     answer.sign(provider, AT_SIGNATURE, sha256WithRsa);
 //     CBlob const bytes = answer.encode();
 //
+//     CBasicResponse received;
+//     received.decode(*envelope.get_response());
+//     if (received.verify(signerCertificate)) use(received.get_responses());
+//
 // Only encode() demands a signature. A response that is changed after it was signed keeps its signature,
 // which then does not fit any more; nothing tells.
 //
 // Copies are deep. Distinct objects may be used from distinct threads; one object belongs to one thread while
 // it is changed. What the getters return points into the object and is valid until its next change. Failures
-// are ATL::CAtlException; a last-error code is one by the rule of base/last_error.h.
+// are ATL::CAtlException; a last-error code is what the platform left, a plain system error number (above 0)
+// under 0x80070000. Memory that an ASN.1 context does not have is 0x80093106 or 0x80093101; std::bad_alloc
+// from operator new passes through.
 #ifndef MIRVANE_OCSP_BASIC_RESPONSE_H
 #define MIRVANE_OCSP_BASIC_RESPONSE_H
 
@@ -24,6 +30,7 @@
 #include "asn1/extensions.h"
 #include "base/blob.h"
 #include "base/date_time.h"
+#include "base/exception.h"
 #include "base/lists.h"
 #include "ocsp/responder_id.h"
 #include "ocsp/single_response.h"
@@ -39,9 +46,10 @@ class MIRVANE_API CBasicResponse {
     // Version 0, the time CDateTime(0, 0), a default responder, no entries, all else absent, six digits.
     CBasicResponse();
     CBasicResponse(CDateTime const& producedAt, CResponderID const& responderID);
-    // All but the octets that were received, if the response was decoded: see verify(). `other` must not have
-    // been cleared.
+    // All but the octets that were received, if the response was decoded: see verify(). Of a cleared object
+    // it is a cleared one.
     CBasicResponse(CBasicResponse const& other);
+    // If memory fails, the object is as after clear().
     CBasicResponse& operator=(CBasicResponse const& other);
     ~CBasicResponse();
 
@@ -62,8 +70,9 @@ class MIRVANE_API CBasicResponse {
     //
     // Throws 0x80070057 for a blob without bytes, 0x80093101 for what is no BasicOCSPResponse; the object is
     // then as it was. Throws what CDateTime(char const*) throws for a time that is none, and 0x80093101 for a
-    // name or a certificate that does not encode again: the response is then read in part, and has no
-    // signature, or one whose check hashes a fresh encoding.
+    // name or a certificate that does not encode again, and for a part that is signed whose end the response
+    // does not have: it is then read, at least in part, and has no signature, or one whose check hashes a
+    // fresh encoding.
     void decode(CBlob const& blob);
 
     // Signs the response as it is now, with the key of the provider context and key specification, which the

@@ -1,5 +1,7 @@
 #include "ocsp/certificate_identifier.h"
 
+#include <utility>
+
 #include "asn1/algorithm_identifier_traits.h"
 #include "asn1/big_integer_text.h"
 #include "asn1/bridge.h"
@@ -170,11 +172,11 @@ void ASN1T_CertID_traits::set(ASN1CTXT* ctxt, ASN1_T& record, CCertID const& val
 }
 
 void ASN1T_CertID_traits::get(ASN1_T const& record, CCertID& value) {
-    const ASN1::CBigInteger serialNumber = serialNumberOf(record.serialNumber);
+    ASN1::CBigInteger serialNumber = serialNumberOf(record.serialNumber);
     ASN1::ASN1T_AlgorithmIdentifier_get(value.hashAlgorithm_, record.hashAlgorithm);
     ASN1::ASN1TDynOctStr_traits::get(record.issuerKeyHash, value.issuerKeyHash_);
     ASN1::ASN1TDynOctStr_traits::get(record.issuerNameHash, value.issuerNameHash_);
-    value.serialNumber_ = serialNumber;
+    value.serialNumber_ = std::move(serialNumber);
 }
 
 void ASN1T_CertID_traits::copy(ASN1CTXT* ctxt, ASN1_T const& source, ASN1_T& target) {
@@ -201,12 +203,12 @@ void ASN1T_CertIdWithSignature_set(ASN1CTXT* ctxt, asn1data::ASN1T_CertIdWithSig
 
 void ASN1T_CertIdWithSignature_get(asn1data::ASN1T_CertIdWithSignature const& record,
                                    CCertIdWithSignature& value) {
-    const ASN1::CBigInteger serialNumber = serialNumberOf(record.issuerAndSerialNumber.serialNumber);
+    ASN1::CBigInteger serialNumber = serialNumberOf(record.issuerAndSerialNumber.serialNumber);
     ASN1::ASN1TOpenType_traits::get(record.issuerAndSerialNumber.issuer, value.issuer_);
     ASN1::ASN1T_AlgorithmIdentifier_get(value.signatureAlgorithm_, record.certSignature.signatureAlgorithm);
     ASN1::ASN1TDynBitStr_traits::get(record.certSignature.signature, value.signatureValue_);
     ASN1::ASN1TDynBitStr_traits::get(record.tbsCertificateHash, value.tbsCertificateHash_);
-    value.serialNumber_ = serialNumber;
+    value.serialNumber_ = std::move(serialNumber);
 }
 
 void ASN1T_CertIdWithSignature_traits::set(ASN1CTXT* ctxt, ASN1_T& record,

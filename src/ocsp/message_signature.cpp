@@ -9,21 +9,12 @@
 namespace Mirvane::PKI::OCSP {
 namespace {
 
-// Reads the header of a SEQUENCE and tells the length of its content.
-int enterSequence(ASN1CTXT* ctxt) {
-    int length = 0;
-    if (xd_match1(ctxt, TAG_SEQUENCE, &length) != RTS_OK) failure::raise(failure::asn1);
-    return length;
-}
-
-// Moves the cursor from the start of a content to behind its element.
-void leaveElement(ASN1CTXT* ctxt, int length) {
-    if (length == ASN1_INDEFLEN) {
-        if (xd_MovePastEOC(ctxt) != RTS_OK) failure::raise(failure::asn1);
-        return;
-    }
-    if (static_cast<std::uint32_t>(length) > asn1rt::room(ctxt)) failure::raise(failure::asn1);
+// Moves the cursor from the start of a content to behind its element. False if that has no end.
+bool leaveElement(ASN1CTXT* ctxt, int length) {
+    if (length == ASN1_INDEFLEN) return xd_MovePastEOC(ctxt) == RTS_OK;
+    if (static_cast<std::uint32_t>(length) > asn1rt::room(ctxt)) return false;
     asn1rt::stepOver(ctxt, length);
+    return true;
 }
 
 }  // namespace
@@ -33,9 +24,10 @@ CBlob extractTbsBlob(CBlob const& message) {
     ASN1BERDecodeBuffer buffer(message.pbData(), messageLength);
     buffer.setBuffer(message.pbData(), messageLength, true);
     ASN1CTXT* const ctxt = buffer.getCtxtPtr();
-    enterSequence(ctxt);
+    int length = 0;
+    if (xd_match1(ctxt, TAG_SEQUENCE, &length) != RTS_OK) return CBlob();
     const std::uint32_t start = ctxt->buffer.byteIndex;
-    leaveElement(ctxt, enterSequence(ctxt));
+    if (xd_match1(ctxt, TAG_SEQUENCE, &length) != RTS_OK || !leaveElement(ctxt, length)) return CBlob();
     return CBlob(message.pbData() + start, ctxt->buffer.byteIndex - start);
 }
 

@@ -11,7 +11,8 @@
 namespace Mirvane::PKI::OCSP {
 
 // The first element inside the message's SEQUENCE, octet for octet as it was received, which is what its
-// signature covers: encoding it anew need not give the same. Throws 0x80093101 if it is no SEQUENCE.
+// signature covers: encoding it anew need not give the same. Empty if it is no SEQUENCE, or has no end within
+// the message, which the codec lets pass. Throws 0x80093101 for more octets than a message may have.
 CBlob extractTbsBlob(CBlob const& message);
 
 // One signature with the key of a caller's provider. Failures of the platform are soft: they throw the

@@ -21,9 +21,11 @@ class CReqCert::Impl {
     virtual std::unique_ptr<Impl> clone() const = 0;
 };
 
-class CReqCert::Impl_CertID final : public Impl {
+class MIRVANE_HIDDEN CReqCert::Impl_CertID final : public Impl {
   public:
+    Impl_CertID() = default;
     explicit Impl_CertID(CCertID const& certID) : certID_(certID) {}
+    CCertID& certID() { return certID_; }
     CCertID const* get_certID() const override { return &certID_; }
     std::unique_ptr<Impl> clone() const override { return std::make_unique<Impl_CertID>(*this); }
 
@@ -31,7 +33,7 @@ class CReqCert::Impl_CertID final : public Impl {
     CCertID certID_;
 };
 
-class CReqCert::Impl_FullCertificate final : public Impl {
+class MIRVANE_HIDDEN CReqCert::Impl_FullCertificate final : public Impl {
   public:
     Impl_FullCertificate(fullCertificateType type, CBlob const& fullCert)
         : fullCert_(fullCert), type_(type) {}
@@ -44,7 +46,7 @@ class CReqCert::Impl_FullCertificate final : public Impl {
     fullCertificateType type_;
 };
 
-class CReqCert::Impl_CertIdWithSignature final : public Impl {
+class MIRVANE_HIDDEN CReqCert::Impl_CertIdWithSignature final : public Impl {
   public:
     explicit Impl_CertIdWithSignature(CCertIdWithSignature const& identifier) : identifier_(identifier) {}
     CCertIdWithSignature const* get_certIdWithSignature() const override { return &identifier_; }
@@ -128,9 +130,10 @@ void ASN1T_ReqCert_set(ASN1CTXT* ctxt, asn1data::ASN1T_ReqCert& record, CReqCert
 void ASN1T_ReqCert_get(asn1data::ASN1T_ReqCert const& record, CReqCert& value) {
     switch (record.t) {
         case asn1data::T_ReqCert_certID: {
-            CCertID certID;
-            ASN1T_CertID_traits::get(*record.u.certID, certID);
-            return value.put_certID(certID);
+            auto identifier = std::make_unique<CReqCert::Impl_CertID>();
+            ASN1T_CertID_traits::get(*record.u.certID, identifier->certID());
+            value.impl_ = std::move(identifier);
+            return;
         }
         case asn1data::T_ReqCert_fullCert: {
             auto type = CReqCert::certificate;

@@ -61,6 +61,8 @@ class MIRVANE_API CReqCert {
     void put_certIdWithSignature(CCertIdWithSignature const& certIdWithSignature);
 
   private:
+    friend MIRVANE_API void ASN1T_ReqCert_get(asn1data::ASN1T_ReqCert const& record, CReqCert& value);
+
     class MIRVANE_HIDDEN Impl;
     class Impl_CertID;
     class Impl_FullCertificate;

@@ -2,6 +2,7 @@
 
 #include "asn1/algorithm_identifier_traits.h"
 #include "asn1/certificate_traits.h"
+#include "asn1/choice.h"
 #include "asn1/context_memory.h"
 #include "asn1/extension_traits.h"
 #include "asn1/general_name_traits.h"
@@ -186,14 +187,13 @@ void CRequestMessage::Impl::storeSignature(ASN1::CAlgorithmIdentifierEx const& a
 }
 
 CRequestMessage::CRequestMessage() : impl_(std::make_unique<Impl>()) {}
-CRequestMessage::CRequestMessage(CRequestMessage const& other)
-    : impl_(std::make_unique<Impl>(*other.impl_)) {}
+CRequestMessage::CRequestMessage(CRequestMessage const& other) : impl_(ASN1::copyOfImpl(other.impl_)) {}
 CRequestMessage::~CRequestMessage() = default;
 
 CRequestMessage& CRequestMessage::operator=(CRequestMessage const& other) {
     if (this == &other) return *this;
     clear();
-    impl_ = std::make_unique<Impl>(*other.impl_);
+    impl_ = ASN1::copyOfImpl(other.impl_);
     return *this;
 }
 
@@ -216,6 +216,8 @@ void CRequestMessage::decode(CBlob const& blob) {
             // Cut out first: the blob may be one that the message holds until it is read.
             CBlob received = extractTbsBlob(blob);
             impl_->readASN1T_OCSPRequest(record);
+            // Meant to come last: what was read stays.
+            if (received.cbData() == 0) failure::raise(failure::asn1);
             impl_->tbsBlob = std::move(received);
         });
 }

@@ -8,12 +8,18 @@
 //     message.put_requestList(entries);
 //     CBlob const question = message.encode();
 //
+//     CRequestMessage received;
+//     received.decode(question);
+//     for (CSingleRequest const& entry : received.get_requestList()) answer(entry.get_reqCert());
+//
 // Nothing demands an entry. A message that is changed after it was signed keeps its signature, which then
 // does not fit any more; nothing tells.
 //
 // Copies are deep. Distinct objects may be used from distinct threads; one object belongs to one thread while
 // it is changed. What the getters return points into the object and is valid until its next change. Failures
-// are ATL::CAtlException; a last-error code is one by the rule of base/last_error.h.
+// are ATL::CAtlException; a last-error code is what the platform left, a plain system error number (above 0)
+// under 0x80070000. Memory that an ASN.1 context does not have is 0x80093106 or 0x80093101; std::bad_alloc
+// from operator new passes through.
 #ifndef MIRVANE_OCSP_REQUEST_MESSAGE_H
 #define MIRVANE_OCSP_REQUEST_MESSAGE_H
 
@@ -23,6 +29,7 @@
 #include "asn1/algorithm_identifier.h"
 #include "asn1/extensions.h"
 #include "base/blob.h"
+#include "base/exception.h"
 #include "base/lists.h"
 #include "ocsp/single_request.h"
 
@@ -32,9 +39,10 @@ class MIRVANE_API CRequestMessage {
   public:
     // Version 0, no entries, all else absent.
     CRequestMessage();
-    // All but the octets that were received, if the message was decoded: see verify(). `other` must not have
-    // been cleared.
+    // All but the octets that were received, if the message was decoded: see verify(). Of a cleared object it
+    // is a cleared one.
     CRequestMessage(CRequestMessage const& other);
+    // If memory fails, the object is as after clear().
     CRequestMessage& operator=(CRequestMessage const& other);
     ~CRequestMessage();
 
@@ -57,8 +65,9 @@ class MIRVANE_API CRequestMessage {
     //
     // Throws 0x80093102 for a blob without bytes, 0x80093101 for what is no OCSPRequest; the object is then
     // as it was. Throws 0x80070057 for a requestor name that is no directoryName, and 0x80093101 for a name
-    // or a certificate that does not encode again: the message is then read in part, and has no signature, or
-    // one whose check hashes a fresh encoding.
+    // or a certificate that does not encode again, and for a part that is signed whose end the message does
+    // not have: the message is then read, at least in part, and has no signature, or one whose check hashes a
+    // fresh encoding.
     void decode(CBlob const& blob);
 
     // Signs the message as it is now, with the key of the provider context and key specification, which the

@@ -3,7 +3,8 @@
 //
 // A plain value. Distinct objects may be used from distinct threads; one object belongs to one thread while
 // it is changed. What the getters return is valid until the object changes or dies. Failures are
-// ATL::CAtlException; a last-error code is one by the rule of base/last_error.h.
+// ATL::CAtlException; a last-error code is what the platform left, a plain system error number (above 0)
+// under 0x80070000.
 #ifndef MIRVANE_OCSP_RESPONDER_ID_H
 #define MIRVANE_OCSP_RESPONDER_ID_H
 

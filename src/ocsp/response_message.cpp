@@ -5,6 +5,7 @@
 #include "asn1/choice.h"
 #include "asn1/primitive_traits.h"
 #include "asn1/record_traits.h"
+#include "asn1data/engine_elementwise.h"
 #include "asn1data/ocsp.h"
 #include "ocsp/message_road.h"
 
@@ -52,9 +53,17 @@ CBlob CResponseMessage::encode() const {
         });
 }
 
+// A response of a known type must be one, but what it says is not read here.
 void CResponseMessage::decode(CBlob const& blob) {
-    road::decode<asn1data::ASN1C_OCSPResponse, asn1data::ASN1T_OCSPResponse>(
-        blob, failure::invalidArgument, [this](asn1data::ASN1T_OCSPResponse const& record) {
+    road::decodeBy<asn1data::ASN1T_OCSPResponse>(
+        blob, failure::invalidArgument,
+        [](ASN1BERDecodeBuffer& buffer, asn1data::ASN1T_OCSPResponse& record) {
+            buffer.init();
+            // What is read is copied before it replaces anything, also where that is the blob itself.
+            rtCtxtSetFlag(buffer.getCtxtPtr(), ASN1_NO_COPY);
+            return asn1data::decodeUnresolved(buffer.getCtxtPtr(), asn1data::types::OCSPResponse, &record);
+        },
+        [this](asn1data::ASN1T_OCSPResponse const& record) {
             ASN1T_OCSPResponse_traits::get(record, *this);
         });
 }
@@ -77,7 +86,8 @@ CBlob const* CResponseMessage::get_response() const {
 
 void CResponseMessage::put_response(char const* type, CBlob const* response) {
     if (!type != !response) failure::raise(failure::invalidArgument);
-    // Both are made before either is replaced: the arguments may point into the old ones, and memory may fail.
+    // Both are made before either is replaced: the arguments may point into the old ones, and memory may
+    // fail.
     auto newType = type ? std::make_unique<std::string>(type) : nullptr;
     auto newResponse = response ? std::make_unique<CBlob>(*response) : nullptr;
     impl_->responseType = std::move(newType);

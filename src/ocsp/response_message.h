@@ -5,11 +5,19 @@
 // objects may be used from distinct threads; one object belongs to one thread while it is changed. What the
 // getters return points into the object and is valid until its next change.
 //
+//     CResponseMessage answer;
+//     answer.put_responseStatus(successful);
+//     answer.put_response("1.3.6.1.5.5.7.48.1.1", &basicResponse);  // what CBasicResponse::encode gave
+//     CBlob const bytes = answer.encode();
+//
 //     CResponseMessage message;
 //     message.decode(received);
 //     if (message.get_responseStatus() == successful && message.get_response()) {
 //         // message.get_responseType() tells what *message.get_response() holds
 //     }
+//
+// Failures are ATL::CAtlException. Memory that an ASN.1 context does not have is 0x80093106 or 0x80093101;
+// std::bad_alloc from operator new passes through.
 #ifndef MIRVANE_OCSP_RESPONSE_MESSAGE_H
 #define MIRVANE_OCSP_RESPONSE_MESSAGE_H
 
@@ -17,6 +25,7 @@
 #include <memory>
 
 #include "base/blob.h"
+#include "base/exception.h"
 
 struct ASN1CTXT;
 
@@ -42,8 +51,9 @@ class MIRVANE_API CResponseMessage {
   public:
     // Status internalError and no response: what nobody filled in says that the responder failed.
     CResponseMessage();
-    // A deep copy. `other` must not have been cleared.
+    // A deep copy. Of a cleared object it is a cleared one.
     CResponseMessage(CResponseMessage const& other);
+    // If memory fails, the object is as after clear().
     CResponseMessage& operator=(CResponseMessage const& other);
     ~CResponseMessage();
 
@@ -67,7 +77,7 @@ class MIRVANE_API CResponseMessage {
     // The octets of the response, null if there is none.
     CBlob const* get_response() const;
     // Copies both, or with two null pointers removes them. Throws 0x80070057 if only one is null, with
-    // nothing changed. The type is not looked at before encode().
+    // nothing changed, as a failure of memory does. The type is not looked at before encode().
     void put_response(char const* type, CBlob const* response);
 
   private:
@@ -85,7 +95,7 @@ struct MIRVANE_API ASN1T_OCSPResponse_traits {
     static void set(ASN1CTXT* ctxt, ASN1_T& record, CResponseMessage const& value);
     // Replaces status and response of `value`, which keeps no pointer into the record.
     static void get(ASN1_T const& record, CResponseMessage& value);
-    // A deep copy into the context. Throws std::bad_alloc.
+    // A deep copy into the context. Throws 0x80093106 for memory that it does not have.
     static void copy(ASN1CTXT* ctxt, ASN1_T const& source, ASN1_T& target);
 };
 

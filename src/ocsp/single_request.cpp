@@ -1,6 +1,7 @@
 #include "ocsp/single_request.h"
 
 #include "asn1/bridge.h"
+#include "asn1/choice.h"
 
 namespace Mirvane::PKI::OCSP {
 
@@ -17,12 +18,12 @@ class CSingleRequest::Impl {
 
 CSingleRequest::CSingleRequest() : CSingleRequest(CReqCert()) {}
 CSingleRequest::CSingleRequest(CReqCert const& reqCert) : impl_(std::make_unique<Impl>(reqCert)) {}
-CSingleRequest::CSingleRequest(CSingleRequest const& other) : impl_(std::make_unique<Impl>(*other.impl_)) {}
+CSingleRequest::CSingleRequest(CSingleRequest const& other) : impl_(ASN1::copyOfImpl(other.impl_)) {}
 CSingleRequest::CSingleRequest(CSingleRequest&& other) noexcept = default;
 CSingleRequest::~CSingleRequest() = default;
 
 CSingleRequest& CSingleRequest::operator=(CSingleRequest const& other) {
-    if (impl_ != other.impl_) impl_ = std::make_unique<Impl>(*other.impl_);
+    ASN1::assignImpl(impl_, other.impl_);
     return *this;
 }
 

@@ -20,7 +20,7 @@ class MIRVANE_API CSingleRequest {
     // About the default CReqCert, an empty CCertID.
     CSingleRequest();
     CSingleRequest(CReqCert const& reqCert);
-    // `other` must not have been cleared.
+    // A deep copy. Of a cleared object it is a cleared one.
     CSingleRequest(CSingleRequest const& other);
     CSingleRequest(CSingleRequest&& other) noexcept;
     ~CSingleRequest();

@@ -1,5 +1,7 @@
 #include "ocsp/single_response.h"
 
+#include <utility>
+
 #include "asn1/bridge.h"
 #include "asn1/choice.h"
 
@@ -8,6 +10,8 @@ namespace Mirvane::PKI::OCSP {
 class CSingleResponse::Impl {
   public:
     Impl() = default;
+    Impl(CReqCert certificate, CCertStatus status, CDateTime const& time)
+        : reqCert(std::move(certificate)), certStatus(std::move(status)), thisUpdate(time) {}
     Impl(Impl const& other)
         : reqCert(other.reqCert), certStatus(other.certStatus), thisUpdate(other.thisUpdate) {
         ASN1::copy_to_auto_ptr(nextUpdate, other.nextUpdate.get());
@@ -24,11 +28,9 @@ class CSingleResponse::Impl {
 CSingleResponse::CSingleResponse() : impl_(std::make_unique<Impl>()) {}
 CSingleResponse::CSingleResponse(CReqCert const& reqCert, CCertStatus const& certStatus,
                                  CDateTime const& thisUpdate)
-    : CSingleResponse() {
-    impl_->reqCert = reqCert;
-    impl_->certStatus = certStatus;
-    impl_->thisUpdate = thisUpdate;
-}
+    : impl_(std::make_unique<Impl>(reqCert, certStatus, thisUpdate)) {}
+CSingleResponse::CSingleResponse(CReqCert&& reqCert, CCertStatus&& certStatus, CDateTime const& thisUpdate)
+    : impl_(std::make_unique<Impl>(std::move(reqCert), std::move(certStatus), thisUpdate)) {}
 CSingleResponse::CSingleResponse(CSingleResponse const& other) : impl_(ASN1::copyOfImpl(other.impl_)) {}
 CSingleResponse::CSingleResponse(CSingleResponse&& other) noexcept = default;
 CSingleResponse::~CSingleResponse() = default;

@@ -23,6 +23,7 @@ class MIRVANE_API CSingleResponse {
     // of no bytes: a response with such an entry is one of version 2, and does not encode.
     CSingleResponse();
     CSingleResponse(CReqCert const& reqCert, CCertStatus const& certStatus, CDateTime const& thisUpdate);
+    CSingleResponse(CReqCert&& reqCert, CCertStatus&& certStatus, CDateTime const& thisUpdate);
     CSingleResponse(CSingleResponse const& other);
     CSingleResponse(CSingleResponse&& other) noexcept;
     ~CSingleResponse();

@@ -1,5 +1,7 @@
 #include "ocsp/single_response_record.h"
 
+#include <utility>
+
 #include "asn1/extension_traits.h"
 #include "asn1/time_traits.h"
 
@@ -31,7 +33,7 @@ CSingleResponse readASN1T_SignleResponse(asn1data::ASN1T_SingleResponse const& r
     ASN1T_ReqCert_get(record.reqCert, reqCert);
     CCertStatus certStatus;
     ASN1T_CertStatus_traits::get(record.certStatus, certStatus);
-    CSingleResponse entry(reqCert, certStatus, CDateTime(record.thisUpdate));
+    CSingleResponse entry(std::move(reqCert), std::move(certStatus), CDateTime(record.thisUpdate));
     char const* const nextUpdate = record.m.nextUpdatePresent ? record.nextUpdate : nullptr;
     if (nextUpdate != nullptr && *nextUpdate != '\0') {
         const CDateTime date(nextUpdate);

@@ -60,6 +60,13 @@ CBlob hash() {
     return CBlob(20);
 }
 
+// Decoding over another value is all or nothing.
+template <typename T>
+void sweepDecode(const std::string& name, const T& before, const T& sample) {
+    sweepChange(name + " decoded over another", before,
+                [encoded = CBlob(sample.encode())](T& object) { object.decode(encoded); });
+}
+
 CExtensions extensions() {
     CExtensions result;
     result.insert(CExtension(CExtCRLReason(keyCompromise), false));
@@ -132,6 +139,7 @@ TEST(ValuesWithoutMemory, Names) {
     sweepValue("CRelativeDistinguishedName", CRelativeDistinguishedName(L"CN=Ivan+E=ivan@example.org"));
     const CName name(L"C=RU,O=an organization of some length,CN=Ivan+E=ivan@example.org");
     sweepValue("CName", name);
+    sweepDecode("CName", CName(L"C=DE"), name);
     sweepChange("CName from text", name, [](CName& object) { object.fromString(L"OU=Department,L=Omsk"); });
     for (const CGeneralName& general : names())
         sweepValue("CGeneralName", general);
@@ -144,6 +152,7 @@ TEST(ValuesWithoutMemory, Names) {
 TEST(ValuesWithoutMemory, ExtensionsAndWhatStandsInThem) {
     sweepValue("CExtension", extensions().back());
     sweepValue("CExtensions", extensions());
+    sweepDecode("CExtensions", CExtensions{extensions().back()}, extensions());
     sweepChange("extension inserted", extensions(), [](CExtensions& object) {
         object.insert(CExtension(CExtValue("1.2.3.4.5.6.7.8.9.10", CBlob(30)), true));
     });
@@ -180,6 +189,7 @@ TEST(ValuesWithoutMemory, Attributes) {
     sweepValue("CAttribute", attribute);
     sweepChange("value added", attribute, [](CAttribute& object) { object.add(blob("04 01 07")); });
     sweepValue("CAttributes", CAttributes{attribute, attribute});
+    sweepDecode("CAttributes", CAttributes{CAttribute(longIdentifier)}, CAttributes{attribute, attribute});
     sweepValue("CAttrValue", CAttrValue(longIdentifier, CBlob(20)));
     sweepMake("CAttrCommonName", [] { return CAttrCommonName("a common name of some length"); });
     sweepValue("CAttrContentType", CAttrContentType("1.2.840.113549.1.7.1"));
@@ -204,6 +214,9 @@ TEST(ValuesWithoutMemory, IdentifiersOfSigningCertificates) {
     sweepValue("CESSCertID", first);
     sweepValue("CESSCertIDv2", second);
     sweepValue("COtherCertID", other);
+    sweepDecode("CESSCertID", CESSCertID(CBlob(8)), first);
+    sweepDecode("CESSCertIDv2", CESSCertIDv2(CBlob(8)), second);
+    sweepDecode("COtherCertID", COtherCertID(CBlob(8), algorithm()), other);
     sweepValue("COtherHashAlgAndValue", COtherHashAlgAndValue(hash(), algorithm()));
     sweepValue("COtherHash of SHA-1", COtherHash(hash()));
     sweepValue("COtherHash", COtherHash(COtherHashAlgAndValue(hash(), algorithm())));

@@ -11,7 +11,6 @@
 #include "asn1/signing_certificate_attributes.h"
 #include "asn1/typed_attributes.h"
 #include "real_signatures.h"
-#include "support/allocation.h"
 #include "support/blobs.h"
 #include "support/failures.h"
 
@@ -141,26 +140,6 @@ TEST(Attributes, AnEmptySetIsRefusedBothWays) {
     CAttributes read = three();
     EXPECT_EQ(thrownCode([&] { read.decode(blob("31 00")); }), 0x80093101u);
     EXPECT_EQ(read, three());
-}
-
-TEST(Attributes, FailureOfAnyAllocationIsAFailureOfTheCall) {
-    const CAttributes list{attribute(kUnknown, {"05 00"}), attribute(kMessageDigest, {"04 01 AA"})};
-    for (int index = 0;; ++index) {
-        CAttributes read = three();
-        test::FailingAllocation failing(index);
-        unsigned code = 0;
-        bool noMemory = false;
-        try {
-            code = thrownCode([&] { read.decode(list.encode()); });
-        } catch (const std::bad_alloc&) {
-            noMemory = true;
-        }
-        EXPECT_EQ(code != 0 || noMemory, failing.happened()) << index;
-        EXPECT_TRUE(code == 0 || code == 0x80093101 || code == 0x80093106) << std::hex << code;
-        EXPECT_EQ(read, failing.happened() ? three() : list) << index;
-        if (!failing.happened()) break;
-        ASSERT_LT(index, 1000);
-    }
 }
 
 TEST(TypedAttributes, KeepMemberAndBlobInStep) {

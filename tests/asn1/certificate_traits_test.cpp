@@ -52,20 +52,6 @@ TEST(CertificateTraits, RealCertificatesGoIntoARecordOfTheirOwnAndBack) {
     }
 }
 
-TEST(CertificateTraits, ListsOfCertificatesKeepTheirOrder) {
-    CBlobList list;
-    for (const CBlob& real : realObjects("certs")) {
-        if (const CBlob certificate = rewritten(real); certificate.cbData() > 0) list.push_back(certificate);
-    }
-    if (list.empty()) GTEST_SKIP() << "no real certificates here";
-    test::LiveContext context;
-    ASN1TSeqOfList record{};
-    CertificateSequence_traits::set(context, record, list);
-    CBlobList read;
-    CertificateSequence_traits::get(record, read);
-    EXPECT_TRUE(std::equal(read.begin(), read.end(), list.begin(), list.end()));
-}
-
 TEST(CertificateTraits, WhatIsNoCertificateIsRefused) {
     test::LiveContext context;
     for (char const* other : {"", "30 00", "05 00", "30 82"}) {
@@ -97,21 +83,15 @@ TEST(CertificateListTraits, RealListsAreCarriedAsTheyCame) {
     }
 }
 
-TEST(CertificateListTraits, NoBytesMakeAnEmptyRecord) {
-    test::LiveContext context;
-    asn1data::ASN1T_CertificateList record{};
-    ASN1T_CertificateList_traits::set(context, record, CBlob());
-    EXPECT_EQ(record.numocts, 0u);
-    CBlob read = blob("AA");
-    ASN1T_CertificateList_traits::get(record, read);
-    EXPECT_EQ(read.cbData(), 0u);
-}
-
-TEST(CertificateListTraits, ATruncatedListIsRefused) {
+TEST(CertificateListTraits, NoBytesMakeAnEmptyRecordAndATruncatedListNone) {
     test::LiveContext context;
     asn1data::ASN1T_CertificateList record{};
     EXPECT_EQ(thrownCode([&] { ASN1T_CertificateList_traits::set(context, record, blob("30 03 01 01")); }),
               0x80093101u);
+    ASN1T_CertificateList_traits::set(context, record, CBlob());
+    CBlob read = blob("AA");
+    ASN1T_CertificateList_traits::get(record, read);
+    EXPECT_EQ(read.cbData(), 0u);
 }
 
 TEST(TableObjectTraits, CarryRawOctetsAndNothingDecoded) {
@@ -130,14 +110,4 @@ TEST(TableObjectTraits, CarryRawOctetsAndNothingDecoded) {
     Asn1TObject_traits::get(copied, read);
     EXPECT_EQ(test::text(read), "05 00");
     EXPECT_EQ(test::text(asn1EncodeT<Asn1TObject_traits>(copied)), "05 00");
-}
-
-TEST(TableObjectTraits, ListsKeepTheirOrder) {
-    test::LiveContext context;
-    CBlobList list{blob("05 00"), blob("02 01 01"), blob("30 00")};
-    ASN1TSeqOfList record{};
-    Asn1TObjectSequence_traits::set(context, record, list);
-    CBlobList read;
-    Asn1TObjectSequence_traits::get(record, read);
-    EXPECT_EQ(read, list);
 }

@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "support/allocation.h"
 #include "support/blobs.h"
 #include "support/failures.h"
 
@@ -70,18 +69,4 @@ TEST(CharacterString, WhatCannotBeEncodedIsRefused) {
     EXPECT_EQ(thrownCode([] { encodeCharString(L"a", StringTypeDefault); }), 0x80093101u);
     EXPECT_EQ(thrownCode([] { encodeCharString(L"a", static_cast<StringType>(7)); }), 0x80093101u);
     EXPECT_EQ(thrownCode([] { encodeCharString(nullptr, StringTypeUTF8); }), 0x80070057u);
-}
-
-TEST(CharacterString, FailureOfAnyAllocationIsTold) {
-    for (const StringType syntax :
-         {StringTypeUTF8, StringTypePrintable, StringTypeBMP, StringTypeUniversal}) {
-        unsigned code = 1;
-        for (int index = 0; code != 0 && index < 100; ++index) {
-            test::FailingAllocation failing(index);
-            code = thrownCode([&] { decodeCharString(encodeCharString(L"abc", syntax)); });
-            const bool told = code == 0x80093106u || code == 0x80093101u;
-            EXPECT_EQ(told, failing.happened()) << index;
-        }
-        EXPECT_EQ(code, 0u);
-    }
 }

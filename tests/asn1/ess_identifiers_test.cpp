@@ -6,8 +6,8 @@
 
 #include "asn1/policy_information.h"
 #include "asn1/signing_certificate_attributes.h"
+#include "provider/hashing.h"
 #include "real_signatures.h"
-#include "support/allocation.h"
 #include "support/blobs.h"
 #include "support/failures.h"
 
@@ -207,26 +207,6 @@ TYPED_TEST(EssIdentifiers, AreRefusedWithTheStatedCodeAndStay) {
     EXPECT_EQ(thrownCode([&] { read.encode(); }), 0x80093101u);
 }
 
-TYPED_TEST(EssIdentifiers, FailureOfAnyAllocationIsAFailureOfTheCall) {
-    TypeParam written(blob("AA"));
-    written.put_issuerSerial(&kIssuerSerial);
-    for (int index = 0;; ++index) {
-        TypeParam read(blob("BB"));
-        test::FailingAllocation failing(index);
-        unsigned code = 0;
-        bool noMemory = false;
-        try {
-            code = thrownCode([&] { read.decode(written.encode()); });
-        } catch (const std::bad_alloc&) {
-            noMemory = true;
-        }
-        EXPECT_EQ(code != 0 || noMemory, failing.happened()) << index;
-        EXPECT_EQ(read, failing.happened() ? TypeParam(blob("BB")) : written) << index;
-        if (!failing.happened()) break;
-        ASSERT_LT(index, 1000);
-    }
-}
-
 TEST(EssCertIdV2, TheDefaultAlgorithmIsLeftOutWhateverItsParameters) {
     EXPECT_STREQ(CESSCertIDv2().get_hashAlgorithm().get_algorithm(), kSha256);
     const CESSCertIDv2 plain(blob("AA"));
@@ -307,13 +287,8 @@ class RealIdentifiers : public ::testing::Test {
     }
 
     static CBlob hashOf(X509 const* certificate, char const* oid) {
-        const std::unique_ptr<ASN1_OBJECT, decltype(&ASN1_OBJECT_free)> object(OBJ_txt2obj(oid, 1),
-                                                                               &ASN1_OBJECT_free);
-        EVP_MD const* const digest = EVP_get_digestbyobj(object.get());
-        unsigned char hash[EVP_MAX_MD_SIZE];
-        unsigned size = 0;
-        if (digest == nullptr || X509_digest(certificate, digest, hash, &size) != 1) return CBlob();
-        return CBlob(hash, size);
+        const CAlgorithmIdentifierEx algorithm{CAlgorithmIdentifier(oid)};
+        return MakeHash(0, algorithm.get_algId(), test::encodedBy(i2d_X509, certificate), nullptr);
     }
 
     // Names and number as the certificate has them.

@@ -7,7 +7,6 @@
 #include "asn1/bridge.h"
 #include "asn1/extension_traits.h"
 #include "real_objects.h"
-#include "support/allocation.h"
 #include "support/blobs.h"
 #include "support/contexts.h"
 #include "support/failures.h"
@@ -157,26 +156,6 @@ TEST(Extensions, ACopiedRecordOutlivesItsSource) {
     CExtensions read;
     ASN1T_Extensions_traits::get(copy, read);
     EXPECT_EQ(read, three());
-}
-
-TEST(Extensions, FailureOfAnyAllocationIsAFailureOfTheCall) {
-    const CExtensions list{extension(kReasonCode, "0A 01 01"), extension(kUnknown, "01")};
-    for (int index = 0;; ++index) {
-        CExtensions read = three();
-        test::FailingAllocation failing(index);
-        unsigned code = 0;
-        bool noMemory = false;
-        try {
-            code = thrownCode([&] { read.decode(list.encode()); });
-        } catch (const std::bad_alloc&) {
-            noMemory = true;
-        }
-        EXPECT_EQ(code != 0 || noMemory, failing.happened()) << index;
-        EXPECT_TRUE(code == 0 || code == 0x80093101 || code == 0x80093106) << std::hex << code;
-        EXPECT_EQ(read, failing.happened() ? three() : list) << index;
-        if (!failing.happened()) break;
-        ASSERT_LT(index, 1000);
-    }
 }
 
 // Lists of real certificates that are refused, or come back to other bytes than their own (code 0).

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "support/failures.h"
+#include "support/octets.h"
 
 using namespace Mirvane::ASN1;
 using Arcs = std::vector<std::uint32_t>;
@@ -46,28 +47,9 @@ TEST(ObjectIdentifierText, AcceptedFormsAreRead) {
 }
 
 TEST(ObjectIdentifierText, WhatIsNoIdentifierIsRefused) {
-    const char* const rows[] = {"",
-                                " ",
-                                ".",
-                                "1.",
-                                ".1",
-                                "1..2",
-                                "1.2.",
-                                "1.a",
-                                "a.1",
-                                "1.2a",
-                                "1 2.3",
-                                "1.2 3",
-                                "1.2\xA0",
-                                "1\xA0.2",
-                                "1,2",
-                                "-",
-                                "1.-",
-                                "0x1.2",
-                                "1.2.4294967295",
-                                "1.-1",
-                                "1.99999999999999999999"};
-    for (const char* text : rows) {
+    for (const char* text : test::texts("", " ", ".", "1.", ".1", "1..2", "1.2.", "1.a", "a.1", "1.2a",
+                                        "1 2.3", "1.2 3", "1.2\xA0", "1\xA0.2", "1,2", "-", "1.-", "0x1.2",
+                                        "1.2.4294967295", "1.-1", "1.99999999999999999999")) {
         ASN1OBJID record;
         EXPECT_EQ(str2oid(text, &record), 1) << text;
         EXPECT_EQ(test::thrownCode([&] { toASN1OBJID(text); }), 0x80070057u) << text;

@@ -41,32 +41,22 @@ void expectBlobRoundTrip(const char* value, const char* encoded) {
 
 }  // namespace
 
-TEST(PrimitiveTraits, BlobsTravelAsOctetStrings) {
+TEST(PrimitiveTraits, BlobsTravelAsOctetStringsOpenTypesAndBitStrings) {
     expectBlobRoundTrip<ASN1TDynOctStr_traits>("", "04 00");
     expectBlobRoundTrip<ASN1TDynOctStr_traits>("01 02", "04 02 01 02");
-    CBlob read;
-    asn1Decode<ASN1TDynOctStr_traits>(blob("24 80 04 01 41 04 01 42 00 00"), read);
-    EXPECT_EQ(test::text(read), "41 42");
-}
-
-TEST(PrimitiveTraits, BlobsTravelAsOpenTypes) {
     expectBlobRoundTrip<ASN1TOpenType_traits>("30 03 02 01 05", "30 03 02 01 05");
-    EXPECT_EQ(thrownCode([] { asn1Encode<ASN1TOpenType_traits>(blob("30 03 02")); }), 0x80093101u);
-}
-
-TEST(PrimitiveTraits, BlobsTravelAsBitStrings) {
     expectBlobRoundTrip<ASN1TDynBitStr_traits>("", "03 01 00");
     expectBlobRoundTrip<ASN1TDynBitStr_traits>("01 80", "03 03 00 01 80");
     CBlob read;
+    asn1Decode<ASN1TDynOctStr_traits>(blob("24 80 04 01 41 04 01 42 00 00"), read);
+    EXPECT_EQ(test::text(read), "41 42");
     asn1Decode<ASN1TDynBitStr_traits>(blob("03 03 07 01 80"), read);
     EXPECT_EQ(test::text(read), "01 80") << "nine bits are two bytes";
-}
-
-TEST(PrimitiveTraits, ABlobWhoseBitsCannotBeCountedIsRefusedUnread) {
+    EXPECT_EQ(thrownCode([] { asn1Encode<ASN1TOpenType_traits>(blob("30 03 02")); }), 0x80093101u);
     test::LiveContext context;
     ASN1TDynBitStr record{5, nullptr};
-    EXPECT_EQ(thrownCode([&] { ASN1TDynBitStr_traits::set(context, record, CBlob(0x20000000)); }),
-              0x80093106u);
+    const CBlob tooLong(0x20000000);  // its bits cannot be counted
+    EXPECT_EQ(thrownCode([&] { ASN1TDynBitStr_traits::set(context, record, tooLong); }), 0x80093106u);
     EXPECT_EQ(record.numbits, 5u);
 }
 
@@ -88,14 +78,11 @@ TEST(PrimitiveTraits, NarrowTextTravelsAsItStands) {
     EXPECT_STREQ(read.c_str(), "ab");
     EXPECT_EQ(thrownCode([&] { asn1Decode<ASN1IA5String_traits>(blob("0C 02 61 62"), read); }), 0x80093101u);
     EXPECT_EQ(thrownCode([] { asn1Encode<ASN1IA5String_traits, char const*>(nullptr); }), 0x80070057u);
-}
-
-TEST(PrimitiveTraits, ACopiedIA5StringSharesItsText) {
     test::LiveContext context;
     const char* const source = "ab";
     const char* target = nullptr;
     ASN1IA5String_traits::copy(context, source, target);
-    EXPECT_EQ(target, source);
+    EXPECT_EQ(target, source) << "a copy shares its text";
 }
 
 TEST(PrimitiveTraits, WideTextTravelsAsUtf8) {

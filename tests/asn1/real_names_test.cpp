@@ -2,7 +2,6 @@
 // them.
 #include <gtest/gtest.h>
 #include <openssl/pem.h>
-#include <openssl/x509v3.h>
 
 #include <memory>
 #include <string>
@@ -13,9 +12,9 @@
 #include "asn1/general_name_traits.h"
 #include "asn1/name.h"
 #include "asn1/text_conversion.h"
+#include "real_objects.h"
 #include "support/blobs.h"
 #include "support/failures.h"
-#include "support/vectors.h"
 
 using namespace Mirvane;
 using namespace Mirvane::ASN1;
@@ -58,12 +57,6 @@ std::string printed(const ASN1_STRING* value, unsigned long flags) {
     return ASN1_STRING_print_ex(bio.get(), value, flags) < 0 ? "unreadable" : content(bio.get());
 }
 
-std::string dotted(const ASN1_OBJECT* object) {
-    std::vector<char> text(1024);
-    OBJ_obj2txt(text.data(), static_cast<int>(text.size()), object, 1);
-    return text.data();
-}
-
 // The text of a name by OpenSSL, put together in our form: the options sep_comma_plus and utf8, our short
 // names, and the DER dump for types that have none.
 std::string expectedText(const X509_NAME* name) {
@@ -73,7 +66,7 @@ std::string expectedText(const X509_NAME* name) {
         const X509_NAME_ENTRY* entry = X509_NAME_get_entry(name, i);
         if (i > 0) text += X509_NAME_ENTRY_set(entry) == set ? "+" : ",";
         set = X509_NAME_ENTRY_set(entry);
-        const std::string oid = dotted(X509_NAME_ENTRY_get_object(entry));
+        const std::string oid = test::dotted(X509_NAME_ENTRY_get_object(entry));
         const bool known = CATAVRegister::find(oid.c_str()) != CATAVRegister::end();
         text += tostring(CATAVRegister::typeToStr(oid.c_str()).c_str()) + '=';
         text += printed(X509_NAME_ENTRY_get_data(entry),
@@ -82,24 +75,12 @@ std::string expectedText(const X509_NAME* name) {
     return text;
 }
 
-CBlob encodedBy(int length, unsigned char* octets) {
-    const CBlob blob(octets, length > 0 ? static_cast<unsigned long>(length) : 0);
-    OPENSSL_free(octets);
-    return blob;
-}
-
-CBlob derOf(const X509_NAME* name) {
-    unsigned char* octets = nullptr;
-    const int length = i2d_X509_NAME(name, &octets);
-    return encodedBy(length, octets);
-}
-
 // What is not as it is everywhere else.
 const std::string kRefused = "dss-eu-lotl-pivot-335-b64_32.crt.der";  // a country name as UTF8String
 const std::string kUnsorted = "ocspbuilder-test-ocsp.crt.der";  // not DER: encoding sorts the attributes
 
 void expectSame(const X509_NAME* real, const std::string& file) {
-    const CBlob encoded = derOf(real);
+    const CBlob encoded = test::encodedBy(i2d_X509_NAME, real);
     CName name;
     const unsigned code = test::thrownCode([&] { name.decode(encoded); });
     EXPECT_EQ(code, file == kRefused ? 0x80093101u : 0u);
@@ -123,14 +104,16 @@ std::string summary(const CGeneralName& name) {
 }
 
 std::string summary(const GENERAL_NAME& name) {
-    if (name.type == GEN_RID) return summary(9, dotted(name.d.registeredID));
-    if (name.type == GEN_DIRNAME) return summary(5, test::text(derOf(name.d.directoryName)));
+    if (name.type == GEN_RID) return summary(9, test::dotted(name.d.registeredID));
+    if (name.type == GEN_DIRNAME)
+        return summary(5, test::text(test::encodedBy(i2d_X509_NAME,
+                                                     static_cast<const X509_NAME*>(name.d.directoryName))));
     const auto* value = static_cast<const ASN1_STRING*>(GENERAL_NAME_get0_value(&name, nullptr));
-    const unsigned char* octets = ASN1_STRING_get0_data(value);
-    const auto length = static_cast<std::size_t>(ASN1_STRING_length(value));
+    const CBlob octets = test::blobOf(value);
     // An address comes as a directory name.
-    if (name.type == GEN_IPADD) return summary(5, test::text(octets, length));
-    return summary(static_cast<unsigned int>(name.type) + 1, std::string(octets, octets + length));
+    if (name.type == GEN_IPADD) return summary(5, test::text(octets));
+    return summary(static_cast<unsigned int>(name.type) + 1,
+                   std::string(octets.pbData(), octets.pbData() + octets.cbData()));
 }
 
 bool isSupported(const GENERAL_NAMES* names) {
@@ -161,9 +144,8 @@ TEST(RealNames, AlternativeNamesHoldWhatOpenSslFinds) {
             const std::unique_ptr<GENERAL_NAMES, Freer> real(
                 static_cast<GENERAL_NAMES*>(X509_get_ext_d2i(certificate.get(), kind, nullptr, nullptr)));
             if (!real) continue;
-            unsigned char* octets = nullptr;
-            const int length = i2d_GENERAL_NAMES(real.get(), &octets);
-            const CBlob encoded = encodedBy(length, octets);
+            const CBlob encoded =
+                test::encodedBy(i2d_GENERAL_NAMES, static_cast<const GENERAL_NAMES*>(real.get()));
             CGeneralNames names;
             const unsigned code =
                 test::thrownCode([&] { asn1Decode<ASN1T_GeneralNames_traits>(encoded, names); });

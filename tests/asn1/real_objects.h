@@ -30,9 +30,17 @@ inline Mirvane::CBlob blobOf(ASN1_STRING const* text) {
 }
 
 inline std::string dotted(ASN1_OBJECT const* object) {
-    char text[512];
+    char text[1024];
     OBJ_obj2txt(text, sizeof(text), object, 1);
     return text;
+}
+
+// What a d2i function reads from the bytes; null if that is nothing.
+template <typename Object>
+std::unique_ptr<Object, void (*)(Object*)> parsed(Object* (*read)(Object**, unsigned char const**, long),
+                                                  void (*release)(Object*), unsigned char const* data,
+                                                  std::size_t size) {
+    return {read(nullptr, &data, static_cast<long>(size)), release};
 }
 
 struct RealExtension {
@@ -64,9 +72,7 @@ inline std::vector<RealExtensionList> certificateExtensions() {
     std::vector<RealExtensionList> lists;
     for (auto const& path : vectorFiles("certs")) {
         const Octets message = readFile(path);
-        unsigned char const* data = message.data();
-        const std::unique_ptr<X509, decltype(&X509_free)> certificate(
-            d2i_X509(nullptr, &data, static_cast<long>(message.size())), &X509_free);
+        const auto certificate = parsed(d2i_X509, X509_free, message.data(), message.size());
         if (!certificate) continue;
         auto const* const extensions = X509_get0_extensions(certificate.get());
         if (sk_X509_EXTENSION_num(extensions) > 0) {
@@ -82,9 +88,7 @@ inline std::vector<RealExtensionList> entryExtensions() {
     std::vector<Mirvane::CBlob> known;
     for (auto const& path : vectorFiles("crls")) {
         const Octets message = readFile(path);
-        unsigned char const* data = message.data();
-        const std::unique_ptr<X509_CRL, decltype(&X509_CRL_free)> crl(
-            d2i_X509_CRL(nullptr, &data, static_cast<long>(message.size())), &X509_CRL_free);
+        const auto crl = parsed(d2i_X509_CRL, X509_CRL_free, message.data(), message.size());
         auto* const entries = crl ? X509_CRL_get_REVOKED(crl.get()) : nullptr;
         for (int i = 0; i < sk_X509_REVOKED_num(entries); ++i) {
             auto const* const extensions = X509_REVOKED_get0_extensions(sk_X509_REVOKED_value(entries, i));

@@ -30,20 +30,18 @@ struct RealSigner {
     std::vector<RealAttribute> unsignedAttributes;
 };
 
+inline std::shared_ptr<CMS_ContentInfo> messageIn(unsigned char const* data, std::size_t size) {
+    return parsed(d2i_CMS_ContentInfo, CMS_ContentInfo_free, data, size);
+}
+
+// The message, or the token of a time-stamp response.
 inline std::shared_ptr<CMS_ContentInfo> signedMessage(Octets const& octets) {
-    unsigned char const* data = octets.data();
-    const auto size = static_cast<long>(octets.size());
-    if (CMS_ContentInfo* const message = d2i_CMS_ContentInfo(nullptr, &data, size)) {
-        return {message, CMS_ContentInfo_free};
-    }
-    data = octets.data();
-    const std::unique_ptr<TS_RESP, decltype(&TS_RESP_free)> response(d2i_TS_RESP(nullptr, &data, size),
-                                                                     &TS_RESP_free);
+    if (const auto message = messageIn(octets.data(), octets.size())) return message;
+    const auto response = parsed(d2i_TS_RESP, TS_RESP_free, octets.data(), octets.size());
     PKCS7* const token = response ? TS_RESP_get_token(response.get()) : nullptr;
     if (token == nullptr) return nullptr;
     const Mirvane::CBlob encoded = encodedBy(i2d_PKCS7, token);
-    data = encoded.pbData();
-    return {d2i_CMS_ContentInfo(nullptr, &data, static_cast<long>(encoded.cbData())), CMS_ContentInfo_free};
+    return messageIn(encoded.pbData(), encoded.cbData());
 }
 
 inline RealAttribute realAttribute(std::string const& file, X509_ATTRIBUTE* attribute) {

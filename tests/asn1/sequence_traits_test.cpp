@@ -6,7 +6,6 @@
 
 #include "asn1/primitive_traits.h"
 #include "base/lists.h"
-#include "support/allocation.h"
 #include "support/contexts.h"
 #include "support/failures.h"
 
@@ -75,23 +74,4 @@ TEST(SequenceTraits, AnElementThatFailsLeavesTheRecordAsItWas) {
     ListTraits::set(context, record, blobs({5}));
     EXPECT_EQ(thrownCode([&] { Picky::set(context, record, blobs({1, 0, 2})); }), 0x80070057u);
     EXPECT_EQ(valuesIn(record), (std::vector{5}));
-}
-
-TEST(SequenceTraits, FailureOfAnyAllocationThrowsAndLeavesTheRecordAsItWas) {
-    for (int index = 0;; ++index) {
-        test::LiveContext context;
-        ASN1TSeqOfList record{};
-        ASN1TSeqOfList copy{};
-        const CBlobList list = blobs({1, 2});
-        test::FailingAllocation failing(index);
-        const unsigned code = thrownCode([&] {
-            ListTraits::set(context, record, list);
-            ListTraits::copy(context, record, copy);
-        });
-        EXPECT_EQ(code, failing.happened() ? 0x80093106u : 0u) << index;
-        EXPECT_TRUE(record.count == 0 || record.count == 2);
-        EXPECT_EQ(copy.count, code == 0 ? 2u : 0u);
-        if (code == 0) break;
-        ASSERT_LT(index, 100);
-    }
 }

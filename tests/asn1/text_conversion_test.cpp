@@ -12,22 +12,16 @@ TEST(TextConversion, TextConvertsBothWays) {
     EXPECT_TRUE(towstring("\xD0\x9F\xD1\x80") == L"\x41F\x440");
     EXPECT_EQ(tostring(L""), "");
     EXPECT_TRUE(towstring("").empty());
-}
-
-TEST(TextConversion, NullIsTheEmptyText) {
     EXPECT_EQ(tostring(static_cast<const wchar_t*>(nullptr)), "");
     EXPECT_EQ(tostring(static_cast<const unsigned short*>(nullptr)), "");
     EXPECT_TRUE(towstring(nullptr).empty());
+    // A pointer to 16-bit units is taken for wide text.
+    EXPECT_EQ(tostring(reinterpret_cast<const unsigned short*>(L"ab")), "ab");
 }
 
 TEST(TextConversion, MalformedTextIsReplacedAndDoesNotFail) {
     EXPECT_TRUE(towstring("a\xFF") == L"a\xFFFD");
     EXPECT_EQ(tostring(L"a\xD800"), "a\xEF\xBF\xBD");
-}
-
-TEST(TextConversion, ThePointerTo16BitUnitsIsTakenForWideText) {
-    const wchar_t text[] = L"ab";
-    EXPECT_EQ(tostring(reinterpret_cast<const unsigned short*>(text)), "ab");
 }
 
 TEST(TextConversion, NumbersHaveNoGroupsInAnyLocale) {

@@ -52,18 +52,20 @@ TEST(AllTypes, RandomRecordsSurviveEncodeDecodeAndCopy) {
         const auto& type = *kAllTypes[i].type;
         for (unsigned round = 0; round < 12; ++round) {
             SCOPED_TRACE(std::string(kAllTypes[i].name) + " round " + std::to_string(round));
-            test::LiveContext source;
-            void* record = asn1data::newRecord(source, type);
-            test::RandomRecord(source, i * 1000 + round).fill(type, record);
-            const Octets octets = encoded(type, record);
+            Octets octets;
+            test::LiveContext target;
+            void* copied = asn1data::newRecord(target, type);
+            {
+                test::LiveContext source;
+                void* record = asn1data::newRecord(source, type);
+                test::RandomRecord(source, i * 1000 + round).fill(type, record);
+                octets = encoded(type, record);
+                asn1data::copy(target, type, record, copied);
+            }
+            EXPECT_EQ(encoded(type, copied), octets) << "a copy has nothing of its source";
             const test::Recoded recoded = test::recode(type, octets);
             ASSERT_EQ(recoded.status, RTS_OK) << test::text(octets);
             EXPECT_EQ(test::text(recoded.octets), test::text(octets));
-
-            test::LiveContext target;
-            void* copied = asn1data::newRecord(target, type);
-            asn1data::copy(target, type, record, copied);
-            EXPECT_EQ(encoded(type, copied), octets);
         }
     }
 }

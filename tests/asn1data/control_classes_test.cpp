@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "asn1data/cms.h"
 #include "asn1data/ocsp.h"
 #include "asn1data/x509_certificate.h"
 #include "asn1data/x509_extensions.h"
@@ -19,13 +20,6 @@ std::string encodedBy(ASN1CType& control) {
     const int length = control.EncodeTo(buffer);
     return length < 0 ? "status " + std::to_string(length)
                       : test::text(buffer.getMsgPtr(), static_cast<std::size_t>(length));
-}
-
-TEST(ControlClass, WithoutABufferRefusesEncodeAndDecode) {
-    ASN1T_CertID record;
-    ASN1C_CertID control(record);
-    EXPECT_EQ(control.Encode(), RTS_BAD_ARGUMENT);
-    EXPECT_EQ(control.Decode(), RTS_BAD_ARGUMENT);
 }
 
 TEST(ControlClass, CopiesOutliveBufferAndControl) {
@@ -46,6 +40,16 @@ TEST(ControlClass, CopiesOutliveBufferAndControl) {
     EXPECT_EQ(encodedBy(control), test::text(kCertId));
     ASN1C_CertID other(target);
     EXPECT_EQ(encodedBy(other), test::text(kCertId));
+}
+
+TEST(ControlClass, NeedsABufferAndOfNullNoRecord) {
+    ASN1T_CertID record;
+    ASN1C_CertID alone(record);
+    EXPECT_EQ(alone.Encode(), RTS_BAD_ARGUMENT);
+    EXPECT_EQ(alone.Decode(), RTS_BAD_ARGUMENT);
+    ASN1BEREncodeBuffer buffer;
+    ASN1C_UnknownInfo null(buffer);
+    EXPECT_EQ(encodedBy(null), "05 00");
 }
 
 TEST(ControlClass, CopyInTheHeapIsDestroyedByItsCaller) {
@@ -142,23 +146,28 @@ TEST(BitStringControl, FollowsWhatWasDecoded) {
     EXPECT_EQ(control.DecodeFrom(longer), RTS_BUFFER_TOO_SMALL);
 }
 
+TEST(BitStringControl, DecodedBitsReplaceGrownStorage) {
+    const auto signature = test::octets("03 03 00 12 35");
+    ASN1BERDecodeBuffer buffer(signature.data(), static_cast<int>(signature.size()));
+    ASN1T_Signature record{};
+    ASN1C_Signature control(buffer, record);
+    EXPECT_EQ(control.set(4000), RTS_OK);
+    ASSERT_EQ(control.Decode(), RTS_OK);
+    EXPECT_EQ(control.set(16), RTS_OK);
+    EXPECT_EQ(encodedBy(control), "03 04 07 12 35 80");
+}
+
 TEST(TimeControl, ReadsAndWritesTheRecordsText) {
     const auto cutoff = test::octets("18 0F 32 30 32 34 30 31 30 32 30 33 30 34 30 35 5A");
     ASN1BERDecodeBuffer buffer(cutoff.data(), static_cast<int>(cutoff.size()));
-    ASN1T_ArchiveCutoff record = nullptr;
+    ASN1T_ArchiveCutoff record = "20010101000000Z";
     ASN1C_ArchiveCutoff control(buffer, record);
+    EXPECT_EQ(control.getYear(), 2001);
     ASSERT_EQ(control.Decode(), RTS_OK);
     EXPECT_EQ(control.getYear(), 2024);
     EXPECT_EQ(control.getSecond(), 5);
     EXPECT_EQ(control.setDay(29), RTS_OK);
     EXPECT_STREQ(record, "20240129030405Z");
-}
-
-TEST(NullControl, HasNoRecord) {
-    ASN1BEREncodeBuffer buffer;
-    ASN1C_UnknownInfo control(buffer);
-    EXPECT_EQ(control.Encode(), 2);
-    EXPECT_EQ(test::text(buffer.getMsgPtr(), 2), "05 00");
 }
 
 TEST(Aliases, ForwardAndRecord) {

@@ -71,17 +71,6 @@ TEST(BitString, DynamicRecordLosesItsLowestBitOnTheHeapOnly) {
     EXPECT_EQ(ASN1CBitStr(*heap.context, record).length(), 0u);
 }
 
-TEST(BitString, ClearedBitsShrinkTheCount) {
-    ASN1CBitStr string;
-    EXPECT_EQ(string.set(5), RTS_OK);
-    EXPECT_EQ(string.set(30), RTS_OK);
-    EXPECT_EQ(string.clear(30), RTS_OK);
-    EXPECT_EQ(string.length(), 6u);
-    EXPECT_EQ(string.size(), 1u);
-    EXPECT_EQ(string.clear(5), RTS_OK);
-    EXPECT_EQ(string.size(), 0u);
-}
-
 TEST(BitString, EmptyRangeRaisesTheCountButWritesNothing) {
     Fixed fixed(16);
     EXPECT_EQ(fixed.string.set(3, 3), RTS_OK);
@@ -175,18 +164,6 @@ TEST(BitString, CombinesWithItsOwnStorageAlsoWhenThatMoves) {
     EXPECT_EQ(string.size(), 0u);
 }
 
-TEST(BitString, BoundedShiftKeepsWhatFits) {
-    Fixed fixed(16, {0x80, 0x01}, 16);
-    EXPECT_EQ(fixed.string.shiftRight(15), RTS_OK);
-    EXPECT_EQ(fixed.data, (Octets{0x00, 0x01}));
-    EXPECT_EQ(fixed.string.shiftRight(16), RTS_OK);
-    EXPECT_EQ(fixed.numbits, 0u);
-    Fixed left(8, {0xC0}, 8);
-    EXPECT_EQ(left.string.shiftLeft(1), RTS_OK);
-    EXPECT_EQ(left.data, Octets{0x80});
-    EXPECT_EQ(left.numbits, 1u);
-}
-
 TEST(BitString, RecordThatGrewOutlivesItsControl) {
     Dynamic heap({0x80}, 1);
     {
@@ -269,45 +246,12 @@ TEST(BitString, FailedMemoryChangesNothing) {
 }
 
 TEST(BitString, LongRunOfSetsRarelyAllocates) {
-    static int allocations;
-    allocations = 0;
     ASN1CBitStr string;
-    g_malloc_func = [](void* memApp, std::size_t size) {
-        return ++allocations, rtDefaultMalloc(memApp, size);
-    };
+    const test::CountedAllocations memory;
     for (std::uint32_t bit = 0; bit < 80000; ++bit)
         string.set(bit);
-    g_malloc_func = rtDefaultMalloc;
-    EXPECT_LE(allocations, 10);
+    EXPECT_LE(memory.made(), 10);
     EXPECT_EQ(string.cardinality(), 80000u);
-}
-
-// As the control classes of bit string types do it.
-class BitControl : public ASN1CBitStr {
-  public:
-    BitControl(ASN1MessageBufferIF& buffer, ASN1TDynBitStr& bitString)
-        : ASN1CBitStr(buffer, bitString), mRecord(bitString) {}
-    int DecodeFrom(ASN1MessageBufferIF& buffer) override {
-        if (int status = prepare(buffer, ASN1MessageBufferIF::BERDecode); status != RTS_OK) return status;
-        const int status = xd_bitstr(buffer.getCtxtPtr(), &mRecord.data, &mRecord.numbits, ASN1EXPL, 0);
-        recordReplaced();
-        return status;
-    }
-
-  private:
-    ASN1TDynBitStr& mRecord;
-};
-
-TEST(BitControl, DecodedBitsReplaceGrownStorage) {
-    const unsigned char message[] = {0x03, 0x03, 0x00, 0x12, 0x35};
-    ASN1BERDecodeBuffer decoder(message, sizeof message);
-    ASN1TDynBitStr record{0, nullptr};
-    BitControl control(decoder, record);
-    EXPECT_EQ(control.set(4000), RTS_OK);
-    EXPECT_EQ(control.Decode(), RTS_OK);
-    EXPECT_EQ(octetsOf(control), (Octets{0x12, 0x35}));
-    EXPECT_EQ(control.set(16), RTS_OK);
-    EXPECT_EQ(octetsOf(control), (Octets{0x12, 0x35, 0x80}));
 }
 
 // A string and a vector of bits that get the same random operations.

@@ -137,6 +137,15 @@ struct CapacityRow {
     std::uint32_t numbits;
 };
 
+void expectInBuffer(const CapacityRow& row, ASN1TagType tagging, unsigned flags) {
+    Decoder decoder(row.octets, flags);
+    const std::unique_ptr<unsigned char[]> buffer(new unsigned char[(row.capacity + 7) / 8]);
+    std::uint32_t numbits = row.capacity;
+    EXPECT_EQ(xd_bitstr_s(decoder, buffer.get(), &numbits, tagging, decoder.size()), row.status)
+        << row.octets;
+    EXPECT_EQ(numbits, row.numbits) << row.octets;
+}
+
 TEST(BitsInACallersBuffer, KeepToItsCapacity) {
     const CapacityRow rows[] = {
         {0, "03 01 00", 0, 0},
@@ -151,13 +160,8 @@ TEST(BitsInACallersBuffer, KeepToItsCapacity) {
         {8, "03", RTS_END_OF_BUFFER, 0},
         {8, "03 85 01", RTS_BAD_LENGTH, 0},
     };
-    for (const CapacityRow& row : rows) {
-        Decoder decoder(row.octets);
-        const std::unique_ptr<unsigned char[]> buffer(new unsigned char[(row.capacity + 7) / 8]);
-        std::uint32_t numbits = row.capacity;
-        EXPECT_EQ(xd_bitstr_s(decoder, buffer.get(), &numbits, ASN1EXPL, 0), row.status) << row.octets;
-        EXPECT_EQ(numbits, row.numbits) << row.octets;
-    }
+    for (const CapacityRow& row : rows)
+        expectInBuffer(row, ASN1EXPL, 0);
 }
 
 TEST(BitsInACallersBuffer, SegmentThatFillsTheCapacityIsTheLast) {
@@ -170,14 +174,8 @@ TEST(BitsInACallersBuffer, SegmentThatFillsTheCapacityIsTheLast) {
         {0, "03 01 01", RTS_BAD_LENGTH, 0},
         {8, "03 02 03", RTS_END_OF_BUFFER, 0},
     };
-    for (const CapacityRow& row : rows) {
-        Decoder decoder(row.octets, ASN1_CONSTRUCTED);
-        const std::unique_ptr<unsigned char[]> buffer(new unsigned char[(row.capacity + 7) / 8]);
-        std::uint32_t numbits = row.capacity;
-        EXPECT_EQ(xd_bitstr_s(decoder, buffer.get(), &numbits, ASN1IMPL, decoder.size()), row.status)
-            << row.octets;
-        EXPECT_EQ(numbits, row.numbits) << row.octets;
-    }
+    for (const CapacityRow& row : rows)
+        expectInBuffer(row, ASN1IMPL, ASN1_CONSTRUCTED);
 }
 
 TEST(BitsInACallersBuffer, EndOfContentsStaysInPlace) {

@@ -1,3 +1,5 @@
+// Copies of strings and lists. That records of all types come out of a copy as they went in, on memory of
+// their own, is tested with the types themselves; here stands what such records do not show.
 #include "asn1rt/copy.h"
 
 #include <gtest/gtest.h>
@@ -14,24 +16,6 @@ using test::Decoder;
 using test::LiveContext;
 
 const unsigned char kOctets[] = {0x30, 0x03, 0x02, 0x01, 0x05};
-
-TEST(Copy, OctetsAreTheContextsOwn) {
-    LiveContext ctxt;
-    const ASN1TDynOctStr octets{5, kOctets};
-    const ASN1OpenType open{5, kOctets};
-    const ASN1TDynBitStr bits{33, kOctets};
-    ASN1TDynOctStr octetsCopy;
-    ASN1OpenType openCopy;
-    ASN1TDynBitStr bitsCopy;
-    ASSERT_EQ(rtCopyDynOctStr(ctxt, &octets, &octetsCopy), 1);
-    ASSERT_EQ(rtCopyOpenType(ctxt, &open, &openCopy), 1);
-    ASSERT_EQ(rtCopyDynBitStr(ctxt, &bits, &bitsCopy), 1);
-    EXPECT_EQ(bitsCopy.numbits, 33u);
-    for (const unsigned char* copy : {octetsCopy.data, openCopy.data, bitsCopy.data}) {
-        EXPECT_NE(copy, kOctets);
-        EXPECT_EQ(test::text(copy, 5), "30 03 02 01 05");
-    }
-}
 
 TEST(Copy, RecordOntoItselfGetsMemoryOfItsOwn) {
     LiveContext ctxt;
@@ -52,52 +36,20 @@ TEST(Copy, EmptyAndMissingDataCopyAsEmpty) {
     EXPECT_EQ(ctxt->typeMemHeap->blockList, nullptr);
 }
 
-TEST(Copy, CallersMemoryTakesWholeOctets) {
+TEST(Copy, CallersMemoryTakesWholeOctetsAndNothingIsZeroWithTheCountStored) {
     LiveContext ctxt;
-    for (std::uint32_t numbits = 1; numbits <= 40; ++numbits) {
+    for (std::uint32_t numbits = 0; numbits <= 40; ++numbits) {
         const std::size_t size = (numbits + 7) / 8;
         const std::unique_ptr<unsigned char[]> target(new unsigned char[size]);
-        std::uint32_t copied = 0;
-        EXPECT_EQ(rtCopyBitStr(ctxt, numbits, kOctets, &copied, target.get()), 1);
+        std::uint32_t copied = 77;
+        EXPECT_EQ(rtCopyBitStr(ctxt, numbits, kOctets, &copied, target.get()), numbits == 0 ? 0 : 1);
         EXPECT_EQ(copied, numbits);
         EXPECT_EQ(test::text(target.get(), size), test::text(kOctets, size));
     }
-}
-
-TEST(Copy, NothingIntoCallersMemoryIsZeroWithTheCountStored) {
-    LiveContext ctxt;
     unsigned char target[5];
     std::uint32_t copied = 77;
-    EXPECT_EQ(rtCopyBitStr(ctxt, 0, kOctets, &copied, target), 0);
-    EXPECT_EQ(copied, 0u);
-    copied = 77;
     EXPECT_EQ(rtCopyOctStr(ctxt, 0, kOctets, &copied, target), 0);
     EXPECT_EQ(copied, 0u);
-    EXPECT_EQ(rtCopyOctStr(ctxt, 5, kOctets, &copied, target), 1);
-    EXPECT_EQ(test::text(target, copied), "30 03 02 01 05");
-}
-
-TEST(Copy, TextsAndUnits) {
-    LiveContext ctxt;
-    const char* text = "left";
-    EXPECT_EQ(rtCopyCharStr(ctxt, "", &text), 1);
-    EXPECT_STREQ(text, "");
-    EXPECT_EQ(rtCopyCharStr(ctxt, "abc", &text), 1);
-    EXPECT_STREQ(text, "abc");
-    EXPECT_EQ(rtCopyCharStr(ctxt, nullptr, &text), 0);
-    EXPECT_EQ(text, nullptr);
-
-    std::uint16_t units16[] = {1, 2, 0xFFFF};
-    std::uint32_t units32[] = {0x10FFFF, 3};
-    const Asn116BitCharString bmp{3, units16};
-    const Asn132BitCharString universal{2, units32};
-    Asn116BitCharString bmpCopy{};
-    Asn132BitCharString universalCopy{};
-    ASSERT_EQ(rtCopy16BitCharStr(ctxt, &bmp, &bmpCopy), 1);
-    ASSERT_EQ(rtCopy32BitCharStr(ctxt, &universal, &universalCopy), 1);
-    EXPECT_TRUE(std::equal(units16, units16 + 3, bmpCopy.data, bmpCopy.data + bmpCopy.nchars));
-    EXPECT_TRUE(
-        std::equal(units32, units32 + 2, universalCopy.data, universalCopy.data + universalCopy.nchars));
 }
 
 TEST(Copy, NullArgumentsAreZero) {
@@ -106,11 +58,14 @@ TEST(Copy, NullArgumentsAreZero) {
     std::uint32_t count = 0;
     unsigned char target[1];
     _Asn1RTDList list{};
+    const char* text = "left";
     EXPECT_EQ(rtCopyDynOctStr(ctxt, nullptr, &octets), 0);
     EXPECT_EQ(rtCopyDynOctStr(ctxt, &octets, nullptr), 0);
     EXPECT_EQ(rtCopyOctStr(ctxt, 1, kOctets, nullptr, target), 0);
     EXPECT_EQ(rtCopyOctStr(ctxt, 1, nullptr, &count, target), 0);
     EXPECT_EQ(rtCopyCharStr(ctxt, "a", nullptr), 0);
+    EXPECT_EQ(rtCopyCharStr(ctxt, nullptr, &text), 0);
+    EXPECT_EQ(text, nullptr);
     EXPECT_EQ(rtCopyOpenTypeExt(ctxt, nullptr, &list), 0);
     EXPECT_EQ(rtCopyOpenTypeExt(ctxt, &list, nullptr), 0);
 }

@@ -12,6 +12,9 @@ namespace {
 
 class HeapTest : public ::testing::Test {
   protected:
+    // Every test ends with no heap left, so all that was taken has come back.
+    ~HeapTest() override { EXPECT_EQ(memory.freed(), memory.made()); }
+
     test::CountedAllocations memory;
 };
 
@@ -30,7 +33,6 @@ TEST_F(HeapTest, EachAllocationIsOneAlignedBlockThatGoesWithTheHeap) {
     EXPECT_EQ(memory.made(), 1 + 2 + 33);
     rtMemHeapRelease(&heap);
     EXPECT_EQ(heap, nullptr);
-    EXPECT_EQ(memory.freed(), memory.made());
 }
 
 TEST_F(HeapTest, SizesOutOfRangeAreRefusedWithoutAskingTheAllocator) {
@@ -58,9 +60,8 @@ TEST_F(HeapTest, ShrinkStaysAndGrowthMovesTheBytes) {
     auto* block = static_cast<char*>(rtMemHeapRealloc(&heap, nullptr, 8));
     std::memcpy(block, "12345678", 8);
     const int before = memory.made();
-    EXPECT_EQ(rtMemHeapRealloc(&heap, block, 3), block);
-    EXPECT_EQ(rtMemHeapRealloc(&heap, block, 0), block);
-    EXPECT_EQ(rtMemHeapRealloc(&heap, block, 0), block);
+    for (int size : {3, 0, 0})
+        EXPECT_EQ(rtMemHeapRealloc(&heap, block, size), block);
     EXPECT_EQ(memory.made(), before);
     auto* other = static_cast<char*>(rtMemHeapAlloc(&heap, 3));
     std::memcpy(other, "abc", 3);
@@ -69,7 +70,6 @@ TEST_F(HeapTest, ShrinkStaysAndGrowthMovesTheBytes) {
     EXPECT_EQ(std::memcmp(grown, "abc", 3), 0);
     EXPECT_EQ(memory.freed(), 1);
     rtMemHeapRelease(&heap);
-    EXPECT_EQ(memory.freed(), memory.made());
 }
 
 TEST_F(HeapTest, FreeingUnlinksFromFrontMiddleAndEnd) {
@@ -84,7 +84,6 @@ TEST_F(HeapTest, FreeingUnlinksFromFrontMiddleAndEnd) {
     rtMemHeapFreePtr(&heap, nullptr);
     rtMemHeapFreePtr(nullptr, nullptr);
     rtMemHeapRelease(&heap);
-    EXPECT_EQ(memory.freed(), memory.made());
 }
 
 TEST_F(HeapTest, BlockIsUnlinkedFromItsOwnHeapWhateverTheHandle) {
@@ -99,7 +98,6 @@ TEST_F(HeapTest, BlockIsUnlinkedFromItsOwnHeapWhateverTheHandle) {
     EXPECT_EQ(own->blockList, nullptr);
     rtMemHeapRelease(&own);
     rtMemHeapRelease(&foreign);
-    EXPECT_EQ(memory.freed(), memory.made());
 }
 
 TEST_F(HeapTest, OnlyTheLastReferenceReleases) {
@@ -128,7 +126,6 @@ TEST_F(HeapTest, ContextOwnsOneHeapUnderTwoHandles) {
     EXPECT_EQ(ctxt.typeMemHeap, nullptr);
     EXPECT_EQ(ctxt.buffer.data, nullptr);
     rtFreeContext(&ctxt);
-    EXPECT_EQ(memory.freed(), memory.made());
     unsigned char buffer[4];
     EXPECT_EQ(rtInitContextBuffer(&ctxt, buffer, 4), RTS_NOT_INITIALISED);
     EXPECT_EQ(rtCtxtSetFlag(&ctxt, ASN1_NO_COPY), RTS_NOT_INITIALISED);
@@ -148,7 +145,6 @@ TEST_F(HeapTest, ValuesOutliveTheirContextOnASharedHeap) {
     ASSERT_NE(value, nullptr);
     std::memcpy(value, "abc", 4);
     rtFreeContext(&first);
-    EXPECT_EQ(memory.freed(), memory.made());
 }
 
 TEST_F(HeapTest, KeptBufferGoesWithTheHeap) {
@@ -164,7 +160,6 @@ TEST_F(HeapTest, KeptBufferGoesWithTheHeap) {
     kept[0] = 1;
     rtMemHeapFreePtr(&holder.msgMemHeap, kept);
     rtFreeContext(&holder);
-    EXPECT_EQ(memory.freed(), memory.made());
 }
 
 TEST(ErrorRecord, KeepsTheFirstFailureAndReturnsTheLatest) {

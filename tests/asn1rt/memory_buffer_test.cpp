@@ -51,19 +51,16 @@ TEST_F(MemoryBufferTest, ContentSurvivesGrowth) {
     EXPECT_EQ(content(), expected + std::string(2000, '!'));
 }
 
-TEST_F(MemoryBufferTest, RoomAloneAddsNoContent) {
+TEST_F(MemoryBufferTest, RoomAloneAddsNoContentAndACountOfZeroNothingAtAll) {
+    EXPECT_EQ(append(""), RTS_OK);
+    EXPECT_EQ(rtMemBufSet(&buffer, 1, 0), RTS_OK);
+    EXPECT_EQ(rtMemBufPreAllocate(&buffer, 0), RTS_OK);
+    EXPECT_EQ(rtMemBufGetData(&buffer, nullptr), nullptr);
     EXPECT_EQ(rtMemBufAppend(&buffer, nullptr, 1500), RTS_OK);
     EXPECT_EQ(buffer.bufsize, 2048u);
     EXPECT_EQ(rtMemBufPreAllocate(&buffer, 2049), RTS_OK);
     EXPECT_EQ(buffer.bufsize, 3072u);
     EXPECT_EQ(content(), "");
-}
-
-TEST_F(MemoryBufferTest, CountOfZeroDoesNothing) {
-    EXPECT_EQ(append(""), RTS_OK);
-    EXPECT_EQ(rtMemBufSet(&buffer, 1, 0), RTS_OK);
-    EXPECT_EQ(rtMemBufPreAllocate(&buffer, 0), RTS_OK);
-    EXPECT_EQ(rtMemBufGetData(&buffer, nullptr), nullptr);
 }
 
 TEST_F(MemoryBufferTest, DataStartsAtItsIndexAndResetKeepsTheMemory) {

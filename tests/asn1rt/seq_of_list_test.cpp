@@ -47,34 +47,19 @@ TEST_F(SeqOfListTest, IteratorWalksBothWays) {
     EXPECT_EQ(valueOf(iterator->next()), 1);
     EXPECT_EQ(valueOf(iterator->prev()), 1);
     EXPECT_EQ(valueOf(iterator->prev()), 0);
+    EXPECT_EQ(iterator->prev(), nullptr) << "a step before the first element stays there";
+    EXPECT_EQ(iterator->getStatus(), RTS_MISSING_ELEMENT);
     EXPECT_EQ(valueOf(iterator->next()), 0);
     EXPECT_EQ(iterator->getStatus(), RTS_OK);
-
     iterator = list.iteratorFromLast();
     EXPECT_EQ(valueOf(iterator->prev()), 2);
     EXPECT_EQ(valueOf(iterator->prev()), 1);
-    EXPECT_EQ(valueOf(iterator->prev()), 0);
-}
-
-TEST_F(SeqOfListTest, StepBeforeTheFirstElementStaysThere) {
-    auto* iterator = list.iterator();
-    iterator->next();
-    iterator->prev();
-    EXPECT_EQ(iterator->prev(), nullptr);
-    EXPECT_EQ(iterator->getStatus(), RTS_MISSING_ELEMENT);
-    EXPECT_EQ(valueOf(iterator->next()), 0);
-    EXPECT_EQ(iterator->getStatus(), RTS_OK);
     EXPECT_EQ(valueOf(iterator->next()), 1);
-}
-
-TEST_F(SeqOfListTest, BehindTheLastElementThereIsNoWayBack) {
-    auto* iterator = list.iterator();
-    for (int i = 0; i < 3; ++i)
-        iterator->next();
-    EXPECT_EQ(iterator->next(), nullptr);
-    EXPECT_EQ(iterator->getStatus(), RTS_MISSING_ELEMENT);
-    EXPECT_EQ(iterator->prev(), nullptr);
-    EXPECT_EQ(iterator->getStatus(), RTS_MISSING_ELEMENT);
+    EXPECT_EQ(valueOf(iterator->next()), 2);
+    for (const bool forwards : {true, false}) {
+        EXPECT_EQ(forwards ? iterator->next() : iterator->prev(), nullptr) << "behind the last: no way back";
+        EXPECT_EQ(iterator->getStatus(), RTS_MISSING_ELEMENT);
+    }
 }
 
 TEST_F(SeqOfListTest, IteratorStartsAtAnElementOrNowhere) {
@@ -102,16 +87,13 @@ TEST_F(SeqOfListTest, IteratorChangesTheListUnderItself) {
     EXPECT_EQ(iterator->remove(), RTS_NO_CURRENT_ELEMENT);
     EXPECT_EQ(iterator->getStatus(), RTS_NO_CURRENT_ELEMENT);
     EXPECT_EQ(content(), (Ints{0, 3, 4}));
-}
 
-TEST_F(SeqOfListTest, RemovalAfterAStepBackGoesOnBehindTheGap) {
-    auto* iterator = list.iterator();
+    iterator = list.iterator();
     iterator->next();
     iterator->next();
     iterator->prev();
     EXPECT_EQ(iterator->remove(), RTS_OK);
-    EXPECT_EQ(content(), (Ints{0, 2}));
-    EXPECT_EQ(valueOf(iterator->next()), 2);
+    EXPECT_EQ(valueOf(iterator->next()), 4) << "goes on behind the gap";
 }
 
 TEST_F(SeqOfListTest, ForeignChangeStopsEveryStep) {

@@ -29,14 +29,6 @@ std::string encoded(std::uint32_t character) {
     return std::string(octets, octets + std::max(size, 0));
 }
 
-TEST(Text, EveryCharacterSizeHasItsLimit) {
-    for (int size = 1; size <= 6; ++size) {
-        const std::uint32_t last = kSizeLimits[size - 1];
-        EXPECT_EQ(rtUTF8CharSize(last), size);
-        EXPECT_EQ(rtUTF8CharSize(last + 1), std::min(size + 1, 6));
-    }
-}
-
 TEST(Text, CharactersAreEncodedInTheSixOctetForm) {
     EXPECT_EQ(encoded(0x7F), "\x7F");
     EXPECT_EQ(encoded(0x80), "\xC2\x80");
@@ -49,8 +41,10 @@ TEST(Text, CharactersAreEncodedInTheSixOctetForm) {
 }
 
 TEST(Text, EncodingNeedsRoomForTheWholeCharacter) {
-    for (std::uint32_t character : kSizeLimits) {
-        const auto size = static_cast<std::size_t>(rtUTF8CharSize(character));
+    for (std::size_t size = 1; size <= 6; ++size) {
+        const std::uint32_t character = kSizeLimits[size - 1];
+        EXPECT_EQ(rtUTF8CharSize(character), static_cast<int>(size));
+        EXPECT_EQ(rtUTF8CharSize(character + 1), std::min(static_cast<int>(size) + 1, 6));
         std::vector<char> room(size, '?');
         EXPECT_EQ(rtUTF8EncodeChar(character, room.data(), size - 1), RTS_ENCODE_OVERFLOW);
         EXPECT_EQ(room, std::vector<char>(size, '?'));
@@ -89,13 +83,9 @@ TEST(Text, MalformedCharactersAreRefused) {
         EXPECT_EQ(rtUTF8DecodeChar(nullptr, octets, &size), RTS_BAD_UTF8) << octets;
         EXPECT_EQ(rtUTF8ToWCS(nullptr, octets, nullptr, 0), RTS_BAD_UTF8) << octets;
     }
-    std::size_t size = 1;
-    EXPECT_EQ(rtUTF8DecodeChar(nullptr, nullptr, &size), RTS_BAD_UTF8);
-}
-
-TEST(Text, OverlongFormsAreTaken) {
     std::size_t size = 2;
-    EXPECT_EQ(rtUTF8DecodeChar(nullptr, "\xC0\x80", &size), 0);
+    EXPECT_EQ(rtUTF8DecodeChar(nullptr, nullptr, &size), RTS_BAD_UTF8);
+    EXPECT_EQ(rtUTF8DecodeChar(nullptr, "\xC0\x80", &size), 0) << "an overlong form is taken";
     EXPECT_EQ(size, 2u);
 }
 
@@ -195,6 +185,8 @@ TEST_F(UcsText, OctetsAndLowHalvesBecomeCharacters) {
     EXPECT_EQ(fromWide(wide({'a', 0x20AC, 0x1F600})), (Units{'a', 0x20AC, 0xF600}));
     EXPECT_EQ(fromOctets(""), Units{});
     EXPECT_EQ(fromOctets(nullptr), Units{});
+    EXPECT_STREQ(rtUTF8Strdup(ctxt, "d\xC3\xA9j\xC3\xA0"), "d\xC3\xA9j\xC3\xA0");
+    EXPECT_STREQ(rtUTF8Strdup(ctxt, nullptr), "");
 }
 
 TEST_F(UcsText, RestrictionDropsCharacters) {
@@ -234,11 +226,6 @@ TEST_F(UcsText, FullTextHasNoTerminator) {
         EXPECT_EQ(rtUCSToWCSString(&ucs, text, row.capacity), text);
         EXPECT_EQ(std::wstring(text, 5), row.text) << row.nchars << " in " << row.capacity;
     }
-}
-
-TEST_F(UcsText, DuplicateOfNullIsTheEmptyText) {
-    EXPECT_STREQ(rtUTF8Strdup(ctxt, "d\xC3\xA9j\xC3\xA0"), "d\xC3\xA9j\xC3\xA0");
-    EXPECT_STREQ(rtUTF8Strdup(ctxt, nullptr), "");
 }
 
 // The tests run in the "C" locale, whose classes are the ones that the table promises.

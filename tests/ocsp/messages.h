@@ -6,18 +6,18 @@
 #include <openssl/ocsp.h>
 #include <openssl/x509v3.h>
 
-#include <algorithm>
 #include <map>
 #include <memory>
-#include <random>
 #include <string>
 
 #include "ocsp/basic_response.h"
 #include "ocsp/made_certificates.h"
 #include "ocsp/real_certificates.h"
 #include "ocsp/request_message.h"
+#include "ocsp/response_message.h"
 #include "platform/provider_support.h"
 #include "support/blobs.h"
+#include "support/failures.h"
 
 namespace test {
 
@@ -74,8 +74,9 @@ inline Certificate makeCertificate(OpensslKey const& key, EVP_MD const* digest, 
 
 // A responder or client with its own key and certificate; it also serves as its own issuer.
 struct Signer {
-    explicit Signer(Algorithms const& algorithms)
-        : key(keyOfKind(algorithms.kind)),
+    explicit Signer(Algorithms const& algorithms) : Signer(algorithms, keyOfKind(algorithms.kind)) {}
+    Signer(Algorithms const& algorithms, OpensslKey const& itsKey)
+        : key(itsKey),
           digest(EVP_get_digestbyname(algorithms.digest)),
           certificate(makeCertificate(key, digest, algorithms.kind, 4711)),
           encoded(writtenBy(i2d_X509, certificate.get())) {
@@ -194,6 +195,23 @@ inline Response opensslResponse(CBlob const& encoded) {
                     &OCSP_BASICRESP_free);
 }
 
+// The real messages of a kind; none where they are missing.
+inline std::vector<CBlob> vectorBlobs(const std::string& kind, std::size_t most = SIZE_MAX) {
+    std::vector<CBlob> blobs;
+    for (auto const& path : vectorFiles(kind, most))
+        blobs.push_back(blobFrom(readFile(path)));
+    return blobs;
+}
+
+// The basic response inside a received message, nothing if there is none.
+inline CBlob basicResponseInside(CBlob const& received) {
+    ocsp::CResponseMessage message;
+    if (thrownCode([&] { message.decode(received); }) != 0) return CBlob();
+    const bool isBasic =
+        message.get_response() && message.get_responseType() == std::string("1.3.6.1.5.5.7.48.1.1");
+    return isBasic ? *message.get_response() : CBlob();
+}
+
 // What OpenSSL is to take as trusted, or as certificates to look for a signer in.
 inline Store storeOf(Certificate const& certificate) {
     Store store(X509_STORE_new(), &X509_STORE_free);
@@ -205,16 +223,6 @@ inline Stack stackOf(Certificate const& certificate) {
     Stack stack(sk_X509_new_null(), [](STACK_OF(X509) * s) { sk_X509_free(s); });
     sk_X509_push(stack.get(), certificate.get());
     return stack;
-}
-
-// A message with some octets changed, and of every fourth only a part. Headers stand in front, so that is
-// where damage reaches far.
-inline CBlob damaged(CBlob message, int round, std::mt19937& random) {
-    if (round % 4 == 0) message.resize_to(1 + random() % message.cbData());
-    const unsigned long reach = round % 2 ? std::min(64ul, message.cbData()) : message.cbData();
-    for (int hits = 1 + round % 3; hits > 0; --hits)
-        message.pbData()[random() % reach] = static_cast<unsigned char>(random());
-    return message;
 }
 
 // The elements inside one element, header included, found by OpenSSL.

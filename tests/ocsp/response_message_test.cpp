@@ -2,14 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <new>
-#include <random>
-#include <thread>
-
 #include "asn1data/ocsp.h"
 #include "base/exception.h"
-#include "support/allocation.h"
 #include "support/blobs.h"
 #include "support/contexts.h"
 #include "support/failures.h"
@@ -29,7 +23,6 @@ using test::thrownCode;
 
 constexpr unsigned kInvalidArgument = 0x80070057;
 constexpr unsigned kAsn1 = 0x80093101;
-constexpr unsigned kContextMemory = 0x80093106;
 
 TEST(ResponseMessage, NobodyFilledItInSaysInternalError) {
     CResponseMessage message;
@@ -123,21 +116,6 @@ TEST(ResponseMessage, WhatDoesNotDecodeThrowsAndChangesNothing) {
     }
 }
 
-TEST(ResponseMessage, CopiesAreDeepAndAssignmentRevivesAClearedOne) {
-    CResponseMessage first;
-    first.decode(blob(kOwnResponse));
-    CResponseMessage second(first);
-    first.put_response(nullptr, nullptr);
-    EXPECT_EQ(text(second.encode()), kOwnResponse);
-    first.clear();
-    first.clear();
-    first = second;
-    CResponseMessage& same = first;
-    first = same;
-    second.put_responseStatus(tryLater);
-    EXPECT_EQ(text(first.encode()), kOwnResponse);
-}
-
 TEST(ResponseRecord, IsCopiedWithItsOctets) {
     CResponseMessage message;
     message.decode(blob(kOwnResponse));
@@ -152,89 +130,6 @@ TEST(ResponseRecord, IsCopiedWithItsOctets) {
     CResponseMessage read;
     ASN1T_OCSPResponse_traits::get(copy, read);
     EXPECT_EQ(text(read.encode()), kOwnResponse);
-}
-
-// Runs `action` with its first, second, ... context allocation failing until it needs no more of them.
-void sweep(std::function<void()> const& action) {
-    for (int index = 0;; ++index) {
-        test::FailingAllocation failing(index);
-        const unsigned code = thrownCode(action);
-        if (!failing.happened()) {
-            EXPECT_EQ(code, 0u);
-            EXPECT_GE(index, 2);
-            return;
-        }
-        EXPECT_TRUE(code == kAsn1 || code == kContextMemory) << index << ": " << std::hex << code;
-    }
-}
-
-TEST(ResponseMessage, EveryFailedAllocationIsAStatedFailure) {
-    CResponseMessage message;
-    const CBlob bytes(40000);
-    message.put_response(kOwnType, &bytes);
-    const CBlob encoded = message.encode();
-    sweep([&] { message.encode(); });
-    CResponseMessage read;
-    sweep([&] {
-        try {
-            read.decode(encoded);
-        } catch (ATL::CAtlException const&) {
-            EXPECT_EQ(read.get_response(), nullptr);
-            throw;
-        }
-    });
-    EXPECT_EQ(read.get_response()->cbData(), 40000u);
-}
-
-TEST(ResponseMessage, ThreadsDoNotMeet) {
-    const auto work = [](unsigned char fill) {
-        for (int round = 0; round < 500; ++round) {
-            CBlob bytes(static_cast<unsigned long>(round));
-            std::fill_n(bytes.pbData(), bytes.cbData(), fill);
-            CResponseMessage message;
-            message.put_response(kOwnType, &bytes);
-            CResponseMessage read;
-            read.decode(message.encode());
-            ASSERT_EQ(*read.get_response(), bytes);
-        }
-    };
-    std::thread first(work, 1);
-    std::thread second(work, 2);
-    first.join();
-    second.join();
-}
-
-void expectStated(test::Octets const& octets) {
-    CResponseMessage message;
-    const unsigned code = thrownCode([&] { message.decode(CBlob(octets.data(), octets.size())); });
-    if (code == 0) {
-        CResponseMessage again;
-        again.decode(message.encode());
-        EXPECT_EQ(again.get_responseStatus(), message.get_responseStatus());
-    } else {
-        EXPECT_EQ(code, kAsn1);
-    }
-}
-
-TEST(ResponseMessage, DamageGivesAStatedFailureOrAMessage) {
-    std::vector<test::Octets> messages = {test::octets(kOwnResponse)};
-    for (auto const& path : test::vectorFiles("ocsp-responses", 20))
-        messages.push_back(test::readFile(path));
-    std::mt19937 random(20260101);
-    for (test::Octets const& whole : messages) {
-        for (std::size_t size = 1; size < std::min<std::size_t>(whole.size(), 300); ++size) {
-            expectStated(test::Octets(whole.begin(), whole.begin() + static_cast<long>(size)));
-        }
-        for (int round = 0; round < 500; ++round) {
-            test::Octets damaged = whole;
-            // Headers stand in front, so that is where damage reaches far.
-            const std::size_t reach = std::min<std::size_t>(damaged.size(), round % 2 ? 64 : damaged.size());
-            for (int hits = 1 + round % 3; hits > 0; --hits) {
-                damaged[random() % reach] = static_cast<unsigned char>(random());
-            }
-            expectStated(damaged);
-        }
-    }
 }
 
 // The response octets stay as they came, so even answers that are not DER inside come back whole.

@@ -6,7 +6,6 @@
 #include "base/exception.h"
 #include "messages.h"
 #include "ocsp/message_signature.h"
-#include "ocsp/response_message.h"
 #include "support/failures.h"
 
 namespace Mirvane::PKI::OCSP {
@@ -168,37 +167,84 @@ TEST(Signing, OnlyTheLastSignatureIsLeft) {
     EXPECT_EQ(*message.get_signatureAlgorithm(), second.algorithm);
 }
 
-// What verify() hashes, by how the message came to be.
+// The content of a message round a part that OpenSSL signed as it stands.
 template <typename Message>
-void expectStates(Message const& built, std::function<void(Message&)> const& change) {
-    const CBlob certificate = rsaSigner().encoded;
-    EXPECT_TRUE(built.verify(certificate));
-    EXPECT_TRUE(Message(built).verify(certificate));
-    Message changed(built);
-    change(changed);
-    EXPECT_FALSE(changed.verify(certificate));
+Octets signedAround(Octets const& part) {
+    const Octets bits = element(0x03, octets("00") + opensslSignature(part, rsaSigner()));
+    const Octets signature = octetsOf(rsaSigner().algorithm.encode()) + bits;
+    if constexpr (std::is_same_v<Message, CBasicResponse>) return part + signature;
+    return part + element(0xA0, element(0x30, signature));
+}
 
-    Message decoded;
-    decoded.decode(built.encode());
-    EXPECT_TRUE(decoded.verify(certificate));
-    change(decoded);
-    EXPECT_TRUE(decoded.verify(certificate));
-    EXPECT_FALSE(Message(decoded).verify(certificate));
-    test::sign(decoded, rsaSigner());
-    EXPECT_FALSE(decoded.verify(certificate));
-    EXPECT_TRUE(Message(decoded).verify(certificate));
-    Message assigned;
-    assigned.decode(built.encode());
-    assigned = decoded;
-    EXPECT_TRUE(assigned.verify(certificate));
+// The part that is signed with a length in more octets than it needs, and with the default version written
+// out.
+std::vector<Octets> otherFormsOfPart(CBlob const& encoded) {
+    Octets content;
+    for (Octets const& field : test::elementsInside(test::blobFrom(test::elementsInside(encoded)[0])))
+        content = content + field;
+    const Octets size = {static_cast<unsigned char>(content.size() >> 8),
+                         static_cast<unsigned char>(content.size())};
+    return {octets("30 84 00 00") + size + content, element(0x30, octets("A0 03 02 01 00") + content)};
+}
+
+void change(CRequestMessage& message) {
+    const CExtensions nonce = test::nonceExtension();
+    message.put_requestExtensions(&nonce);
+}
+
+void change(CBasicResponse& message) {
+    const CExtensions nonce = test::nonceExtension();
+    message.put_responseExtensions(&nonce);
+}
+
+template <typename Message>
+void expectStates(Message const& built, CBlob const& received) {
+    using Step = std::function<void(Message&)>;
+    const Step changed = [](Message& message) { change(message); };
+    const Step copied = [](Message& message) { message = Message(message); };
+    const Step signedAgain = [](Message& message) { test::sign(message, rsaSigner()); };
+    const Step decoded = [&](Message& message) {
+        message = Message();
+        message.decode(received);
+    };
+    const struct {
+        const char* name;
+        std::vector<Step> steps;
+        bool isVerified;
+    } rows[] = {
+        {"built here and signed", {}, true},
+        {"copied", {copied}, true},
+        {"changed", {changed}, false},
+        {"changed, signed again", {changed, signedAgain}, true},
+        {"received", {decoded}, true},
+        {"received, changed", {decoded, changed}, true},
+        {"received, copied", {decoded, copied}, false},
+        {"received, signed again", {decoded, signedAgain}, false},
+        {"received, signed again, copied", {decoded, signedAgain, copied}, true},
+    };
+    for (auto const& row : rows) {
+        Message message(built);
+        for (Step const& step : row.steps)
+            step(message);
+        EXPECT_EQ(message.verify(rsaSigner().encoded), row.isVerified) << row.name;
+    }
+}
+
+template <typename Message>
+void expectStatesOfAllForms(Message const& built) {
+    for (Octets const& part : otherFormsOfPart(built.encode())) {
+        SCOPED_TRACE(text(part));
+        const Octets content = signedAround<Message>(part);
+        for (Octets const& received : {element(0x30, content), octets("30 80") + content + octets("00 00")}) {
+            EXPECT_EQ(text(extractTbsBlob(test::blobFrom(received))), text(part));
+            expectStates(built, test::blobFrom(received));
+        }
+    }
 }
 
 TEST(Signing, WhatIsHashedFollowsFromHowTheMessageCameToBe) {
-    const CExtensions nonce = test::nonceExtension();
-    expectStates<CRequestMessage>(signedRequest(),
-                                  [&](CRequestMessage& message) { message.put_requestExtensions(&nonce); });
-    expectStates<CBasicResponse>(signedResponse(),
-                                 [&](CBasicResponse& message) { message.put_responseExtensions(&nonce); });
+    expectStatesOfAllForms(signedRequest());
+    expectStatesOfAllForms(signedResponse());
 }
 
 TEST(Signing, APrecisionSetLaterChangesWhatWasSigned) {
@@ -207,35 +253,6 @@ TEST(Signing, APrecisionSetLaterChangesWhatWasSigned) {
     EXPECT_TRUE(response.verify(rsaSigner().encoded));
     response.put_clockPrecisionDigits(0);
     EXPECT_FALSE(response.verify(rsaSigner().encoded));
-}
-
-// Whole messages round a part that OpenSSL signed as it stands.
-CBlob signedAround(Octets const& part, bool indefinite = false) {
-    const Octets bits = element(0x03, octets("00") + opensslSignature(part, rsaSigner()));
-    const Octets signature = element(0xA0, element(0x30, octetsOf(rsaSigner().algorithm.encode()) + bits));
-    if (!indefinite) return test::blobFrom(element(0x30, part + signature));
-    return test::blobFrom(octets("30 80") + part + signature + octets("00 00"));
-}
-
-TEST(Signing, ReceivedOctetsAreHashedAsTheyCame) {
-    const Octets list = element(0x30, element(0x30, octetsOf(certID().encode())));
-    const Octets version = octets("A0 03 02 01 00");
-    const Octets longLength =
-        octets("30 84 00 00 00") + Octets{static_cast<unsigned char>(list.size())} + list;
-    const std::pair<const char*, Octets> parts[] = {
-        {"the default version written out", element(0x30, version + list)},
-        {"a length in more octets than it needs", longLength},
-    };
-    for (auto const& [name, part] : parts) {
-        for (bool indefinite : {false, true}) {
-            const CBlob encoded = signedAround(part, indefinite);
-            EXPECT_EQ(text(extractTbsBlob(encoded)), text(part)) << name;
-            CRequestMessage message;
-            ASSERT_EQ(thrownCode([&] { message.decode(encoded); }), 0u) << name;
-            EXPECT_TRUE(message.verify(rsaSigner().encoded)) << name;
-            EXPECT_FALSE(CRequestMessage(message).verify(rsaSigner().encoded)) << name;
-        }
-    }
 }
 
 TEST(Signing, OctetsToSignEndWithTheirElement) {
@@ -254,12 +271,12 @@ TEST(Signing, OctetsToSignEndWithTheirElement) {
 TEST(Signing, OctetsToSignAreFoundInASequenceOnly) {
     for (const char* octets :
          {"05 00", "30 00", "30 02 05 00", "30 02 30 01", "30 80 30 80 00", "30 03 02 01 00"})
-        EXPECT_EQ(thrownCode([&] { extractTbsBlob(blob(octets)); }), kAsn1) << octets;
+        EXPECT_EQ(extractTbsBlob(blob(octets)).cbData(), 0u) << octets;
 }
 
 TEST(Signing, AMessageDecodesFromItsOwnParts) {
     CRequestMessage message;
-    message.decode(signedAround(element(0x30, octets("30 00"))));
+    message.decode(signedRequest().encode());
     EXPECT_EQ(thrownCode([&] { message.decode(*message.get_signature()); }), kAsn1);
     const Octets whole = octetsOf(signedRequest().encode());
     const Octets inside =
@@ -425,11 +442,10 @@ TEST(Verifying, RealSignedMessagesVerifyByTheirOwnCertificates) {
     const auto responses = test::vectorFiles("ocsp-responses");
     if (responses.empty()) GTEST_SKIP() << "no real messages here";
     for (auto const& path : responses) {
-        CResponseMessage envelope;
+        const CBlob inside = test::basicResponseInside(test::blobFrom(test::readFile(path)));
+        if (inside.cbData() == 0) continue;
         CBasicResponse message;
-        if (thrownCode([&] { envelope.decode(test::blobFrom(test::readFile(path))); }) != 0) continue;
-        if (!envelope.get_response()) continue;
-        if (thrownCode([&] { message.decode(*envelope.get_response()); }) != 0) continue;
+        message.decode(inside);
         if (!message.get_certs()) continue;
         bool accepted = false;
         for (CBlob const& certificate : *message.get_certs())

@@ -47,6 +47,12 @@ inline std::string text(const Octets& data) {
     return text(data.data(), data.size());
 }
 
+// A list of texts, null among them.
+template <typename... Texts>
+std::vector<const char*> texts(Texts... all) {
+    return {all...};
+}
+
 }  // namespace test
 
 #endif

@@ -1,0 +1,234 @@
+// What requests, responses and envelopes have in common.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <random>
+#include <set>
+
+#include "messages.h"
+#include "ocsp/response_message.h"
+#include "support/allocation.h"
+#include "support/failures.h"
+
+namespace Mirvane::PKI::OCSP {
+namespace {
+
+using test::blob;
+using test::certID;
+using test::element;
+using test::rsaSigner;
+using test::thrownCode;
+using test::operator+;
+
+constexpr unsigned kGeneral = 0x80004005;
+constexpr unsigned kInvalidArgument = 0x80070057;
+constexpr unsigned kInvalidTime = 0x8007076D;
+constexpr unsigned kAsn1 = 0x80093101;
+constexpr unsigned kContextMemory = 0x80093106;
+
+// A name of two attributes in one set, which DER puts in order.
+CBlob orderedName() {
+    const auto attribute = [](const char* type, const char* text) {
+        return element(0x30, test::octets(type) + element(0x13, test::Octets(text, text + 2)));
+    };
+    return test::blobFrom(
+        element(0x30, element(0x31, attribute("06 03 55 04 03", "CA") + attribute("06 03 55 04 0A", "CA"))));
+}
+
+// A message with all its parts, a change to it, real ones, and the codes that damaged ones give.
+template <typename Message>
+struct Sample;
+
+template <>
+struct Sample<CRequestMessage> {
+    static CRequestMessage filled() {
+        CRequestMessage message = test::requestAbout(CReqCert(CReqCert::certificate, rsaSigner().encoded));
+        const ASN1::CExtensions nonce = test::nonceExtension();
+        const CBlob name = orderedName();
+        const CBlobList certificates = {rsaSigner().encoded};
+        message.put_requestExtensions(&nonce);
+        message.put_requestorName(&name);
+        test::sign(message, rsaSigner(), &certificates);
+        return message;
+    }
+    static void change(CRequestMessage& message) { message.put_requestList({}); }
+    static std::vector<CBlob> real() { return test::vectorBlobs("ocsp-requests"); }
+    static std::set<unsigned> stated() { return {0, kAsn1, kInvalidArgument}; }
+};
+
+template <>
+struct Sample<CBasicResponse> {
+    static CBasicResponse filled() {
+        CBasicResponse message(CDateTime("20260101120000Z"),
+                               CResponderID(CResponderID::byName, orderedName()));
+        const ASN1::CExtensions nonce = test::nonceExtension();
+        const CBlobList certificates = {rsaSigner().encoded};
+        message.put_responses(test::responseOf(rsaSigner()).get_responses());
+        message.put_responseExtensions(&nonce);
+        message.put_certs(&certificates);
+        test::sign(message, rsaSigner());
+        return message;
+    }
+    static void change(CBasicResponse& message) { message.put_responses({}); }
+    static std::vector<CBlob> real() {
+        std::vector<CBlob> responses;
+        for (CBlob const& received : test::vectorBlobs("ocsp-responses")) {
+            const CBlob inside = test::basicResponseInside(received);
+            if (inside.cbData() != 0) responses.push_back(inside);
+        }
+        return responses;
+    }
+    static std::set<unsigned> stated() { return {0, kAsn1, kInvalidArgument, kGeneral, kInvalidTime}; }
+};
+
+template <>
+struct Sample<CResponseMessage> {
+    static CResponseMessage filled() {
+        CResponseMessage message;
+        const CBlob bytes = test::signedResponse().encode();
+        message.put_response("1.3.6.1.5.5.7.48.1.1", &bytes);
+        return message;
+    }
+    static void change(CResponseMessage& message) { message.put_response(nullptr, nullptr); }
+    static std::vector<CBlob> real() { return test::vectorBlobs("ocsp-responses", 20); }
+    static std::set<unsigned> stated() { return {0, kAsn1}; }
+};
+
+template <typename Message>
+class EachMessage : public testing::Test {};
+
+using Messages = testing::Types<CRequestMessage, CBasicResponse, CResponseMessage>;
+TYPED_TEST_SUITE(EachMessage, Messages);
+
+TYPED_TEST(EachMessage, CopiesAreDeepAndAssignmentRevivesAClearedOne) {
+    TypeParam first = Sample<TypeParam>::filled();
+    const CBlob encoded = first.encode();
+    TypeParam second(first);
+    Sample<TypeParam>::change(first);
+    EXPECT_TRUE(second.encode() == encoded);
+    first.clear();
+    first.clear();
+    TypeParam third(first);
+    third = second;
+    second = first;
+    first = third;
+    TypeParam const& same = first;
+    first = same;
+    third.clear();
+    EXPECT_TRUE(first.encode() == encoded);
+}
+
+// A message with some octets changed, and of every fourth only a part. Headers stand in front, so that is
+// where damage reaches far.
+CBlob damaged(CBlob message, int round, std::mt19937& random) {
+    if (round % 4 == 0) message.resize_to(1 + random() % message.cbData());
+    const unsigned long reach = round % 2 ? std::min(64ul, message.cbData()) : message.cbData();
+    for (int hits = 1 + round % 3; hits > 0; --hits)
+        message.pbData()[random() % reach] = static_cast<unsigned char>(random());
+    return message;
+}
+
+TYPED_TEST(EachMessage, DamageGivesAStatedFailureOrAMessage) {
+    std::vector<CBlob> messages = Sample<TypeParam>::real();
+    messages.push_back(Sample<TypeParam>::filled().encode());
+    const std::set<unsigned> stated = Sample<TypeParam>::stated();
+    std::mt19937 random(20260101);
+    for (CBlob const& whole : messages) {
+        for (int round = 0; round < 200; ++round) {
+            TypeParam message, again;
+            CBlob encoded;
+            const unsigned code = thrownCode([&] { message.decode(damaged(whole, round, random)); });
+            const unsigned back = thrownCode([&] { encoded = message.encode(); });
+            EXPECT_TRUE(stated.contains(code) && stated.contains(back)) << std::hex << code << " " << back;
+            if (back != 0) continue;
+            EXPECT_EQ(thrownCode([&] { again.decode(encoded); }), 0u) << test::text(encoded);
+        }
+    }
+}
+
+// Runs `action` with its first, second, ... allocation in a context failing. Anything but a code ends the
+// test.
+template <typename Action>
+std::set<unsigned> codesWithoutContextMemory(Action action) {
+    std::set<unsigned> codes;
+    for (int index = 0;; ++index) {
+        const test::FailingAllocation failing(index);
+        const unsigned code = thrownCode(action);
+        if (!failing.happened()) return codes;
+        codes.insert(code);
+    }
+}
+
+TYPED_TEST(EachMessage, NoMemoryInAContextIsOneOfTwoCodes) {
+    const TypeParam message = Sample<TypeParam>::filled();
+    const CBlob encoded = message.encode();
+    EXPECT_EQ(codesWithoutContextMemory([&] { message.encode(); }), (std::set{kAsn1, kContextMemory}));
+    const std::set<unsigned> decoding = codesWithoutContextMemory([&] { TypeParam().decode(encoded); });
+    EXPECT_TRUE(decoding.contains(kAsn1));
+    for (unsigned code : decoding)
+        EXPECT_TRUE(code == kAsn1 || code == kContextMemory) << std::hex << code;
+}
+
+TEST(Versions, FollowFromTheWaysToNameACertificate) {
+    const CReqCert full(CReqCert::certificate, rsaSigner().encoded);
+    const CReqCert withSignature{CCertIdWithSignature(rsaSigner().encoded)};
+    const struct {
+        std::vector<CReqCert> names;
+        std::uint32_t version;
+    } rows[] = {{{certID(), certID()}, 0}, {{full}, 1}, {{certID(), certID(), withSignature}, 1}, {{}, 0}};
+    CRequestMessage request;
+    CBasicResponse response = test::responseOf(rsaSigner());
+    for (auto const& row : rows) {
+        CSingleRequestList questions(row.names.begin(), row.names.end());
+        CSingleResponseList answers;
+        for (CReqCert const& name : row.names)
+            answers.push_back({name, CCertStatus(), CDateTime(0, 0)});
+        request.put_requestList(questions);
+        response.put_responses(answers);
+        EXPECT_EQ(request.get_version(), row.version);
+        EXPECT_EQ(response.get_version(), row.version);
+        test::sign(response, rsaSigner());
+        for (CBlob const& encoded : {request.encode(), response.encode()}) {
+            const auto fields = test::elementsInside(test::blobFrom(test::elementsInside(encoded)[0]));
+            EXPECT_EQ(test::text(fields[0]).starts_with("A0 03 02 01 01"), row.version == 1);
+        }
+        CRequestMessage readRequest;
+        readRequest.decode(request.encode());
+        EXPECT_EQ(readRequest.get_version(), row.version);
+        EXPECT_EQ(readRequest.get_requestList().size(), row.names.size());
+        CBasicResponse readResponse;
+        readResponse.decode(response.encode());
+        EXPECT_EQ(readResponse.get_version(), row.version);
+        EXPECT_EQ(readResponse.get_responses().size(), row.names.size());
+    }
+    // What nobody filled in names a full certificate. A list may be put into itself.
+    response.put_responses(CSingleResponseList(1));
+    response.put_responses(response.get_responses());
+    EXPECT_EQ(response.get_version(), 1u);
+    EXPECT_EQ(response.get_responses().size(), 1u);
+}
+
+// How many octets the contexts asked for while `action` ran.
+std::uint64_t octetsAllocated(std::function<void()> const& action) {
+    static std::uint64_t total;
+    total = 0;
+    g_malloc_func = [](void* memApp, std::size_t size) {
+        total += size;
+        return rtDefaultMalloc(memApp, size);
+    };
+    action();
+    g_malloc_func = rtDefaultMalloc;
+    return total;
+}
+
+TEST(LongLists, TakeMemoryInProportion) {
+    const auto octetsOf = [](std::size_t count) {
+        CRequestMessage message, read;
+        message.put_requestList(CSingleRequestList(count, CSingleRequest(certID())));
+        return octetsAllocated([&] { read.decode(message.encode()); });
+    };
+    EXPECT_LT(octetsOf(40'000), 9 * octetsOf(5'000));
+}
+
+}  // namespace
+}  // namespace Mirvane::PKI::OCSP
