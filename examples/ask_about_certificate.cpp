@@ -7,10 +7,10 @@
 #include <cstdio>
 #include <cstring>
 
-#include "base/exception.h"
-#include "ocsp/basic_response.h"
-#include "ocsp/request_message.h"
-#include "ocsp/response_message.h"
+#include <mirvane/base/exception.h>
+#include <mirvane/ocsp/basic_response.h>
+#include <mirvane/ocsp/request_message.h>
+#include <mirvane/ocsp/response_message.h>
 
 using namespace Mirvane::PKI::OCSP;
 using Mirvane::CBlob;

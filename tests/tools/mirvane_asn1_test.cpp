@@ -188,12 +188,26 @@ TEST(Asn1Print, ValuesOnOneLine) {
         {"Time", "17 0D 323430313331313230303030 5A", "utcTime 2024-01-31 12:00:00 UTC"},
         {"Time", "17 0B 32343031333131323030 5A", "utcTime \"2401311200Z\""},
         {"InvalidityDate", "18 11 3139393930323238323335393539 2E35 5A", "1999-02-28 23:59:59.5 UTC"},
+        {"InvalidityDate", "18 12 3139393930323238323335393539 2E3530 5A",
+         "1999-02-28 23:59:59.5 UTC (\"19990228235959.50Z\")"},
+        {"InvalidityDate", "18 17 3139393930323238323335393539 2E31323334353637 5A",
+         "1999-02-28 23:59:59.123456 UTC (\"19990228235959.1234567Z\")"},
+        {"InvalidityDate", "18 0F 3136303031323331323335393539 5A", "\"16001231235959Z\""},
+        {"InvalidityDate", "18 0F 3136303130313031303030303030 5A", "1601-01-01 00:00:00 UTC"},
+        {"Time", "17 0D 343931323331323335393539 5A", "utcTime 2049-12-31 23:59:59 UTC"},
+        {"Time", "17 0D 353030313031303030303030 5A", "utcTime 1950-01-01 00:00:00 UTC"},
+        {"Time", "17 0D 343931323331323335393630 5A", "utcTime \"491231235960Z\""},
         {"InvalidityDate", "18 0F 3139393930323239323335393539 5A", "\"19990229235959Z\""},
         {"InvalidityDate", "18 0F 2031393930323239323335393539 5A", "\" 1990229235959Z\""},
         {"GeneralName", "87 04 7F000001", "iPAddress 4 octets 7F000001 (127.0.0.1)"},
         {"GeneralName", "82 01 61", "dNSName \"a\""},
         {"BasicConstraintsSyntax", "30 00", "{}"},
         {"GeneralNames", "30 00", "{}"},
+        {"UniqueIdentifier", "03 06 00 30 03 02 01 07", "40 bits containing SEQUENCE\n  - INTEGER 7"},
+        {"UniqueIdentifier", "03 06 01 30 03 02 01 06", "39 bits 3003020106"},
+        {"KeyHash", "04 07 30 05 04 03 30 01 00",
+         "7 octets containing SEQUENCE\n  - OCTET STRING 3 octets 300100"},
+        {"KeyHash", "04 02 30 00", "2 octets 3000"},
         {"ANY", "30 00", "SEQUENCE {}"},
         {"ANY", "BF 83 7F 02 05 00", "[511]\n  - NULL"},
         {"ANY", "81 04 68747470", "[1] 4 octets 68747470 \"http\""},
@@ -228,6 +242,42 @@ TEST(Asn1Print, StringsAreEscapedAndNeverAmbiguous) {
     EXPECT_EQ(printedJson("RegToken", test::octets("0C 02 0A E9"))["value"],
               json::parse(R"({"escaped": "\\x0A\\xE9"})"));
     EXPECT_EQ(printedJson("RegToken", test::octets("0C 03 0A C3 A9"))["value"], "\n\xC3\xA9");
+}
+
+Octets element(unsigned char tag, const Octets& content) {
+    Octets result{tag, static_cast<unsigned char>(content.size())};
+    result.insert(result.end(), content.begin(), content.end());
+    return result;
+}
+
+TEST(Asn1Print, NamesAreOneLineWhereItTellsAll) {
+    const struct {
+        const char* attribute;
+        const char* text;
+    } rows[] = {
+        {"06 03 55 04 03 0C 04 74657374", "\"CN=test\""},
+        {"06 03 55 04 03 1E 04 0416 0022", "\"CN=\xD0\x96\\\"\""},
+        {"06 03 55 04 0A 13 08 412C20422E2B4344", "\"O=A, B.+CD\""},
+        {"06 03 55 04 03 0C 02 0A 3D", "\"CN=\\x0A=\""},
+        {"06 0A 09 92 26 89 93 F2 2C 64 01 01 0C 01 61", "\"UID=a\""},
+        {"06 03 2A 03 04 0C 01 61", "\"1.2.3.4=#0C0161\""},
+        {"06 03 55 04 03 0C 05 612C4F3D62", "rdnSequence\n  - commonName (2.5.4.3) = utf8String \"a,O=b\""},
+        {"06 03 55 04 03 0C 05 612B4F3D62", "rdnSequence\n  - commonName (2.5.4.3) = utf8String \"a+O=b\""},
+        {"06 03 55 04 03 14 02 E9 5C", R"(rdnSequence
+  - commonName (2.5.4.3) = teletexString "\xE9\\")"},
+        {"06 03 55 04 03 1E 04 0061 0000", R"(rdnSequence
+  - commonName (2.5.4.3) = bmpString "a\x00")"},
+        {"06 05 2A 85 03 64 03 05 00", "rdnSequence\n  - id_snils_attribute (1.2.643.100.3) = NULL"},
+    };
+    for (const auto& row : rows) {
+        const Octets name = element(0x30, element(0x31, element(0x30, test::octets(row.attribute))));
+        EXPECT_EQ(runOn(name, "print Name message").output, std::string("Name: ") + row.text + "\n");
+        const json value = printedJson("Name", name)["value"];
+        EXPECT_EQ(value["rdnSequence"].size(), 1u);
+        EXPECT_EQ(value["text"].is_null(), std::string(row.text).starts_with("rdnSequence")) << value;
+    }
+    EXPECT_EQ(printed("Name", "30 00"), "Name: \"\"\n");
+    EXPECT_EQ(printed("GeneralName", "A4 02 30 00"), "GeneralName: directoryName \"\"\n");
 }
 
 // Two names in one relative name; critical key usage, an unknown extension that holds an element, one that
@@ -279,8 +329,7 @@ TEST(Asn1Print, OpenTypesAreDecodedByIdentifierAndByPlace) {
               "    - ContentTypeIdentifier id_data (1.2.840.113549.1.7.1)\n");
     EXPECT_EQ(printed("IssuerAndSerialNumber", "30 12 30 0D 31 0B 30 09 06 03 55 04 06 13 02 44 45 02 01 07"),
               "IssuerAndSerialNumber\n"
-              "  issuer: Name rdnSequence\n"
-              "    - countryName (2.5.4.6) = \"DE\"\n"
+              "  issuer: \"C=DE\"\n"
               "  serialNumber: 7\n");
     EXPECT_EQ(printed("Gost28147-89-BlobParameters", "30 08 06 03 2A 03 04 02 01 05"),
               "Gost28147-89-BlobParameters\n"
@@ -375,6 +424,7 @@ void count(const json& value, Tally& tally) {
         const bool isOpen = value.contains("value") && (value.contains("tag") || value["type"].is_string());
         for (const auto& [key, member] : value.items()) {
             if (key == "trailerField" && member == 1) continue;  // a default, which is not in the message
+            if (key == "text" && value.contains("rdnSequence")) continue;  // says the same again
             if (key != "extnValue" && key != "hex" && !(isOpen && key != "value")) count(member, tally);
         }
     }
@@ -463,6 +513,15 @@ TEST(Asn1Print, DeepNestingEnds) {
         definite.insert(definite.begin(), {0x30, 0x82, static_cast<unsigned char>(size >> 8),
                                            static_cast<unsigned char>(size)});
     }
+    Octets strings;
+    for (int level = 0; level < 5000; ++level) {
+        const std::size_t size = strings.size();
+        const unsigned char tag = level % 2 == 0 ? 0x30 : 0x04;
+        strings.insert(strings.begin(),
+                       {tag, 0x82, static_cast<unsigned char>(size >> 8), static_cast<unsigned char>(size)});
+    }
+    const auto levels = linesOf(runOn(strings, "print ANY message").output).size();
+    EXPECT_TRUE(levels > 10 && levels < 32) << levels;
     const Outcome outcome = runOn(definite, "print ANY message");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_TRUE(outcome.output.starts_with("ANY: 20000 octets\n")) << outcome.output.substr(0, 100);

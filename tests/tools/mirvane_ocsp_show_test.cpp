@@ -65,7 +65,9 @@ TEST(Show, SaysInOneLineWhatIsWrongAndGoesOn) {
         {"cut", "30 15 0A 01 00", "is cut short: the message says 23 octets, 5 are there"},
         {"huge", "30 84 7F FF FF FF 00", "is no OCSP response: its first element does not fit into 7 octets"},
         {"text", "48 65 6C 6C 6F", "is no OCSP response: it begins with octet 48, not with a SEQUENCE"},
-        {"other", "30 03 02 01 05", "is no OCSP response"},
+        {"other", "30 03 02 01 05", "is no OCSP response: RTS_TAG_MISMATCH at octet 2"},
+        {"inside", "30 15 0A 01 00 A0 10 30 0E 06 09 2B 06 01 05 05 07 30 01 01 04 01 41",
+         "is no OCSP response: RTS_END_OF_BUFFER at octet 22"},
     };
     for (const auto& row : rows) {
         const std::string path = folder.write(row.name, test::octets(row.octets));
@@ -78,6 +80,23 @@ TEST(Show, SaysInOneLineWhatIsWrongAndGoesOn) {
     EXPECT_EQ(missing.status, 1);
     EXPECT_EQ(missing.errors, "mirvane-ocsp: " + folder.path("nothing") + ": No such file or directory\n");
     EXPECT_EQ(test::run(kShow + folder.path("")).status, 1) << "a folder";
+}
+
+// A request about nothing, with a CRL identifier that is none and a critical extension that nobody knows.
+constexpr char kOddExtensions[] =
+    "30 26 30 24 30 00 A2 20 30 1E 30 10 06 09 2B 06 01 05 05 07 30 01 03 04 03 02 01 05"
+    "30 0A 06 02 2A 03 01 01 FF 04 01 41";
+
+TEST(Show, SaysThatAnExtensionOfAKnownTypeDoesNotDecode) {
+    test::TemporaryFolder folder;
+    const Outcome outcome = test::run(kShow + folder.write("a", test::octets(kOddExtensions)));
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_NE(outcome.output.find("name: crlID\n      critical: false\n      value: 020105\n"
+                                  "      problem: the value is no crlID\n"),
+              std::string::npos)
+        << outcome.output;
+    EXPECT_NE(outcome.output.find("name: unknown\n      critical: true\n      value: 41\n"),
+              std::string::npos);
 }
 
 TEST(CommandLine, WrongUsageIsTwoAndHelpIsSuccess) {

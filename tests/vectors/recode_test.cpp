@@ -191,10 +191,24 @@ const Kind kTimeStampResponses{"TimeStampResponses",
                                 {"ossl-sectigo-all-zero", {kUnsorted}},
                                 {"tspclient-validResponseWithSigningCertificateV1", {kUnsorted}}}};
 
+// Those of a fuzzer parse elsewhere and are no messages by RFC 2510 all the same.
+const Kind kManagement{"CertificateManagement",
+                       "cmp",
+                       ".pki.der",
+                       "PKIMessage",
+                       {{"bctd-bad-no-body", {-3, "no body, on purpose"}},
+                        {"bctd-sample_cr", {-10, "an implicit NULL (raVerified) with an explicit tag"}},
+                        {"ossl-cmp-27a6142fc6", {-11, "fuzzed: a title as ENUMERATED, in a name"}},
+                        {"ossl-cmp-a82d3a7af2", {-33, "fuzzed: a version of 29 octets"}},
+                        {"ossl-cmp-b7c39d6ac1", {-8, "fuzzed: an ediPartyName without its partyName"}},
+                        {"ossl-cmp-fda4e081e2", {-8, "fuzzed: an ediPartyName without its partyName"}},
+                        {"pyasn1alt-test_rfc9480-b64_1", {-11, "certConf, a body that came with RFC 4210"}},
+                        {"ossl-cmp-c10376a866", {kExplicitDefault}}}};
+
 INSTANTIATE_TEST_SUITE_P(Kinds, RealMessages,
                          ::testing::Values(kCertificates, kLists, kResponses, kRequests,
                                            kCertificationRequests, kCms, kTokens, kTimeStampRequests,
-                                           kTimeStampResponses),
+                                           kTimeStampResponses, kManagement),
                          [](const auto& info) { return info.param.name; });
 
 // Their subject is a holder of version 2, where this type is that of 1997.

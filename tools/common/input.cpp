@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -34,7 +35,8 @@ Octets readAll(std::FILE* file, std::string const& source, std::size_t limit) {
     while (std::size_t count = std::fread(chunk, 1, sizeof chunk, file)) {
         result.insert(result.end(), chunk, chunk + count);
         if (result.size() > limit) {
-            throw InputError(source, "has more than " + std::to_string(limit) + " octets");
+            throw InputError(source,
+                             "has more than " + std::to_string(limit) + " octets, which is the limit");
         }
     }
     if (std::ferror(file)) throw InputError(source, std::strerror(errno));
@@ -51,6 +53,7 @@ Octets withoutPem(Octets octets, std::string const& source) {
     const auto mark = std::search(octets.begin(), octets.end(), kPemMark.begin(), kPemMark.end());
     const bool isText = std::none_of(octets.begin(), mark, [](unsigned char octet) { return octet == 0; });
     if (mark == octets.end() || !isText) return octets;
+    if (octets.size() > INT_MAX) throw InputError(source, "is too large for PEM");
 
     const std::unique_ptr<BIO, BioFree> bio(BIO_new_mem_buf(octets.data(), static_cast<int>(octets.size())));
     char* name = nullptr;
@@ -72,7 +75,7 @@ Octets readFile(std::string const& path, std::size_t limit) {
     const std::unique_ptr<std::FILE, FileCloser> file(path == "-" ? stdin : std::fopen(path.c_str(), "rb"));
     if (!file) throw InputError(source, std::strerror(errno));
     Octets octets = readAll(file.get(), source, limit);
-    if (octets.empty()) throw InputError(source, "is empty");
+    if (octets.empty()) throw EmptyInput(source);
     return octets;
 }
 

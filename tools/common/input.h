@@ -25,11 +25,16 @@ class InputError : public std::runtime_error {
     std::string problem_;
 };
 
+class EmptyInput : public InputError {
+  public:
+    explicit EmptyInput(std::string const& source) : InputError(source, "is empty") {}
+};
+
 // The name to show for a source: the path, or "standard input" for "-".
 std::string sourceName(std::string const& path);
 
 // The octets of a file, or of standard input for "-", as they are. Throws InputError for a file that cannot
-// be read, is empty or has more than `limit` octets.
+// be read or has more than `limit` octets, EmptyInput for one without any.
 Octets readFile(std::string const& path, std::size_t limit = SIZE_MAX);
 
 // The same, but of PEM text (RFC 7468) the content of its first block. Throws InputError for PEM that is

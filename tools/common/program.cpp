@@ -5,10 +5,13 @@
 #include <cstdio>
 #include <exception>
 
+#include "base/exception.h"
+#include "common/printable.h"
+
 namespace tools {
 
 void complain(CLI::App const& app, std::string const& text) {
-    fmt::print(stderr, "{}: {}\n", app.get_name(), text);
+    fmt::print(stderr, "{}: {}\n", app.get_name(), printable(text));
 }
 
 int run(CLI::App& app, int argc, char** argv) {
@@ -27,6 +30,9 @@ int run(CLI::App& app, int argc, char** argv) {
     } catch (CLI::ParseError const& mistake) {
         complain(app, fmt::format("{} (see {} --help)", mistake.what(), app.get_name()));
         return kUsage;
+    } catch (ATL::CAtlException const& failure) {
+        complain(app, fmt::format("the library failed (0x{:08X})", static_cast<unsigned>(failure.m_hr)));
+        return kFailure;
     } catch (std::exception const& failure) {
         complain(app, failure.what());
         return kFailure;

@@ -195,8 +195,10 @@ std::optional<Value> textValue(std::uint32_t number, OctetSpan content) {
     }
 }
 
+std::unique_ptr<Value> sequenceAt(int level, OctetSpan octets);
+
 // A value of another universal type, if its content is one.
-std::optional<Value> plainValue(std::uint32_t number, OctetSpan content) {
+std::optional<Value> plainValue(std::uint32_t number, OctetSpan content, int level) {
     switch (number) {
         case TAG_BOOLEAN:
             if (content.size() != 1) return std::nullopt;
@@ -216,19 +218,21 @@ std::optional<Value> plainValue(std::uint32_t number, OctetSpan content) {
             if (content.empty() || content.front() > 7 || (content.size() == 1 && content.front() != 0))
                 return std::nullopt;
             const std::size_t bits = (content.size() - 1) * 8 - content.front();
-            return makeValue(BitsValue{static_cast<std::uint32_t>(bits), content.subspan(1), false, {}});
+            auto sequence = bits % 8 == 0 ? sequenceAt(level, content.subspan(1)) : nullptr;
+            return makeValue(BitsValue{
+                static_cast<std::uint32_t>(bits), content.subspan(1), false, {}, std::move(sequence)});
         }
         default:
             return textValue(number, content);
     }
 }
 
-Value primitive(const Header& header, OctetSpan content) {
+Value primitive(const Header& header, OctetSpan content, int level) {
     const bool universal = header.tagClass == TagClass::Universal;
     if (universal) {
-        if (auto value = plainValue(header.number, content)) return std::move(*value);
+        if (auto value = plainValue(header.number, content, level)) return std::move(*value);
     }
-    return makeValue(OctetsValue{content, !universal});
+    return makeValue(OctetsValue{content, !universal, sequenceAt(level, content)});
 }
 
 bool readElement(Reader& reader, int level, Value* element);
@@ -257,9 +261,21 @@ bool readElement(Reader& reader, int level, Value* element) {
         Reader inner(content);
         if (!readList(inner, level + 1, false, &list.elements)) return false;
     }
-    Value value = header.constructed ? makeValue(std::move(list)) : primitive(header, content);
+    Value value = header.constructed ? makeValue(std::move(list)) : primitive(header, content, level);
     *element = makeValue(ElementValue{tagText(header), onHeap(std::move(value))});
     return true;
+}
+
+// The SEQUENCE that is all of a string at this level.
+std::unique_ptr<Value> sequenceAt(int level, OctetSpan octets) {
+    constexpr unsigned char kSequence = 0x30;
+    if (octets.empty() || octets.front() != kSequence) return nullptr;
+    Reader reader(octets);
+    std::vector<Value> elements;
+    if (!readList(reader, level + 1, false, &elements) || elements.size() != 1) return nullptr;
+    const auto& sequence = std::get<ElementValue>(elements.front().content);
+    if (std::get<ListValue>(sequence.value->content).elements.empty()) return nullptr;
+    return onHeap(std::move(elements.front()));
 }
 
 // An element of definite length, taken apart.
@@ -311,6 +327,10 @@ std::optional<std::vector<Value>> readElements(OctetSpan octets) {
     std::vector<Value> elements;
     if (!readList(reader, 1, false, &elements) || elements.empty()) return std::nullopt;
     return elements;
+}
+
+std::unique_ptr<Value> sequenceIn(OctetSpan octets) {
+    return sequenceAt(0, octets);
 }
 
 std::size_t elementLength(OctetSpan octets) {

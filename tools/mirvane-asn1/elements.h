@@ -13,6 +13,9 @@ namespace tools {
 // nested more than 32 levels deep, or if there are none.
 std::optional<std::vector<Value>> readElements(OctetSpan octets);
 
+// The SEQUENCE, not empty, that all of `octets` are; null if they are none.
+std::unique_ptr<Value> sequenceIn(OctetSpan octets);
+
 // The octets that the element at the front takes up, header included; 0 if no whole element is there.
 std::size_t elementLength(OctetSpan octets);
 

@@ -30,6 +30,12 @@ ordered_json timeJson(const TimeValue& value) {
             {"text", textJson(fromAscii(value.text))}};
 }
 
+ordered_json nameJson(const NameValue& value) {
+    ordered_json result = {{"text", value.text ? ordered_json(*value.text) : ordered_json(nullptr)}};
+    result.update(toJson(*value.parts));
+    return result;
+}
+
 ordered_json bitsJson(const BitsValue& value) {
     ordered_json result = {{"bits", value.count}};
     if (value.hasNames) result["names"] = value.names;
@@ -81,6 +87,7 @@ ordered_json toJson(const Value& value) {
         [](const OctetsValue& content) {
             return ordered_json{{"hex", hex(content.octets)}};
         },
+        [](const NameValue& content) { return nameJson(content); },
         [](const BitsValue& content) { return bitsJson(content); },
         [](const RecordValue& content) { return recordJson(content); },
         [](const ListValue& content) { return listJson(content); },

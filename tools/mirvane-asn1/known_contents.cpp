@@ -32,7 +32,7 @@ struct Content {
     std::string_view type;
 };
 
-// RFC 6960, 5280, 3161, 5652, 5126, 8017, 8018, 8551 and [MS-WCCE].
+// RFC 6960, 5280, 3161, 4210, 4211, 5652, 5126, 8017, 8018, 8551, 9480 and [MS-WCCE].
 constexpr Content kContents[] = {
     {"id_aa_encrypKeyPref", "SMIMEEncryptionKeyPreference"},
     {"id_aa_ets_archiveTimestamp", "TimeStampToken"},
@@ -55,10 +55,14 @@ constexpr Content kContents[] = {
     {"id_ct_DVCSRequestData", "DVCSRequest"},
     {"id_ct_DVCSResponseData", "DVCSResponse"},
     {"id_ct_TSTInfo", "TSTInfo"},
+    {"id_DHBasedMac", "DHBMParameter"},
+    {"id_it_origPKIMessage", "PKIMessage"},
+    {"id_it_rootCaCert", "Certificate"},
     {"id_mgf1", "AlgorithmIdentifier"},
     {"id_Mirvane_ocsp_crl_locator", "CrlLocator"},
     {"id_Mirvane_ocsp_historical_request", "CrlID"},
     {"id_ms_certificateTemplate", "CertificateTemplate"},
+    {"id_PasswordBasedMac", "PBMParameter"},
     {"id_PBES2", "PBES2_params"},
     {"id_PBKDF2", "PBKDF2_params"},
     {"id_pkix_ocsp_archive_cutoff", "ArchiveCutoff"},
@@ -66,6 +70,15 @@ constexpr Content kContents[] = {
     {"id_pkix_ocsp_response", "AcceptableResponses"},
     {"id_pkix_ocsp_service_locator", "ServiceLocator"},
     {"id_qt_unotice", "QTUserNotice"},
+    {"id_regCtrl_authenticator", "Authenticator"},
+    {"id_regCtrl_oldCertID", "OldCertId"},
+    {"id_regCtrl_pkiArchiveOptions", "PKIArchiveOptions"},
+    {"id_regCtrl_pkiPublicationInfo", "PKIPublicationInfo"},
+    {"id_regCtrl_protocolEncrKey", "ProtocolEncrKey"},
+    {"id_regCtrl_regToken", "RegToken"},
+    {"id_regInfo_certReq", "CertReq"},
+    {"id_regInfo_utf8Pairs", "UTF8Pairs"},
+    {"id_ri_ocsp_response", "OCSPResponse"},
     {"id_RSAES_OAEP", "RSAES_OAEP_params"},
     {"rsassa_pss", "RSASSA_PSS_params"},
     {"smimeCapabilities", "SMIMECapabilities"},

@@ -40,8 +40,11 @@ std::string boolean(const BooleanValue& value) {
 }
 
 std::string time(const TimeValue& value) {
-    if (const auto point = pointInTime(value)) return fmt::format("{} {} UTC", point->date, point->time);
-    return quoted(fromAscii(value.text));
+    const std::string text = quoted(fromAscii(value.text));
+    const auto point = pointInTime(value);
+    if (!point) return text;
+    const std::string shown = fmt::format("{} {} UTC", point->date, point->time);
+    return point->isAll ? shown : fmt::format("{} ({})", shown, text);
 }
 
 std::string count(std::uint64_t number, std::string_view what) {
@@ -49,12 +52,12 @@ std::string count(std::uint64_t number, std::string_view what) {
 }
 
 bool isReadable(OctetSpan octets) {
-    return octets.size() >= 4 &&
-           std::ranges::all_of(octets, [](unsigned char c) { return c >= 0x20 && c < 0x7F; });
+    const auto isText = [](unsigned char c) { return (c >= 0x20 && c < 0x7F) || c == '\n' || c == '\r'; };
+    return octets.size() >= 4 && std::ranges::all_of(octets, isText);
 }
 
 std::optional<std::string> octetsLine(const OctetsValue& value) {
-    if (value.octets.size() > kOctetsOfLine) return std::nullopt;
+    if (value.octets.size() > kOctetsOfLine || value.content) return std::nullopt;
     std::string result = join(count(value.octets.size(), "octet"), hex(value.octets));
     if (value.mayBeText && isReadable(value.octets)) {
         const std::string_view text(reinterpret_cast<const char*>(value.octets.data()), value.octets.size());
@@ -63,9 +66,14 @@ std::optional<std::string> octetsLine(const OctetsValue& value) {
     return result;
 }
 
+// Of a string that several lines show.
+std::string stringHead(const std::string& size, const std::unique_ptr<Value>& content) {
+    return content ? join(size + " containing", headText(*content)) : size;
+}
+
 std::optional<std::string> bitsLine(const BitsValue& value) {
     if (value.hasNames) return value.names.empty() ? "none" : fmt::format("{}", fmt::join(value.names, ", "));
-    if (value.octets.size() > kOctetsOfLine) return std::nullopt;
+    if (value.octets.size() > kOctetsOfLine || value.content) return std::nullopt;
     return join(count(value.count, "bit"), hex(value.octets));
 }
 
@@ -116,8 +124,9 @@ std::optional<std::string> recordLine(const RecordValue& record, std::string_vie
 
 // What an open value says before its content: that octets hold it, and its type.
 std::string openFront(const OpenValue& value) {
-    const bool isNull = value.value && std::holds_alternative<NullValue>(value.value->content);
-    const std::string_view type = isUnnamed(value.type) || isNull ? std::string_view() : value.type;
+    const bool isPlain = value.value && (std::holds_alternative<NullValue>(value.value->content) ||
+                                         std::holds_alternative<NameValue>(value.value->content));
+    const std::string_view type = isUnnamed(value.type) || isPlain ? std::string_view() : value.type;
     const bool isGuess = value.inOctetString && value.type.empty() && value.value;
     std::string front = isGuess ? "containing" : std::string(type);
     if (value.trailing > 0)
@@ -126,7 +135,7 @@ std::string openFront(const OpenValue& value) {
 }
 
 std::optional<std::string> openLine(const OpenValue& value) {
-    if (!value.value) return octetsLine(OctetsValue{value.octets});
+    if (!value.value) return octetsLine(OctetsValue{value.octets, value.inOctetString});
     auto line = lineText(openContent(value));
     if (line) line = join(openFront(value), *line);
     return line;
@@ -173,6 +182,9 @@ Line lineText(const Value& value) {
         [](const IdentifierValue& content) -> Line { return number(content.dotted, content.name); },
         [](const TextValue& content) -> Line { return quoted(content.characters); },
         [](const TimeValue& content) -> Line { return time(content); },
+        [](const NameValue& content) -> Line {
+            return content.text ? quoted(fromUtf8(*content.text)) : lineText(*content.parts);
+        },
         [](const OctetsValue& content) { return octetsLine(content); },
         [](const BitsValue& content) { return bitsLine(content); },
         [&value](const RecordValue& content) { return recordLine(content, value.type); },
@@ -186,8 +198,11 @@ Line lineText(const Value& value) {
 
 std::string headText(const Value& value) {
     const Overloaded visitor{
-        [](const OctetsValue& content) { return count(content.octets.size(), "octet"); },
-        [](const BitsValue& content) { return count(content.count, "bit"); },
+        [](const OctetsValue& content) {
+            return stringHead(count(content.octets.size(), "octet"), content.content);
+        },
+        [](const BitsValue& content) { return stringHead(count(content.count, "bit"), content.content); },
+        [](const NameValue& content) { return headText(*content.parts); },
         [](const BigNumberValue& content) {
             return fmt::format("{}number of {}", content.negative ? "negative " : "",
                                count(content.magnitude.size() / 2, "octet"));

@@ -7,8 +7,8 @@
 #include "asn1data/engine.h"
 #include "asn1rt/ber_decode.h"
 #include "asn1rt/ber_encode.h"
+#include "common/status_name.h"
 #include "elements.h"
-#include "status_name.h"
 
 namespace tools {
 namespace {

@@ -23,6 +23,7 @@ class Writer {
     void body(const Value& value);
     void members(const RecordValue& record);
     void elements(const ListValue& list);
+    void string(OctetSpan octets, const Value* content);
     void digits(std::string_view digits);
     void line(std::string_view text);
 
@@ -58,8 +59,9 @@ void Writer::body(const Value& value) {
     const Overloaded visitor{
         [this](const RecordValue& content) { members(content); },
         [this](const ListValue& content) { elements(content); },
-        [this](const OctetsValue& content) { digits(hex(content.octets)); },
-        [this](const BitsValue& content) { digits(hex(content.octets)); },
+        [this](const OctetsValue& content) { string(content.octets, content.content.get()); },
+        [this](const BitsValue& content) { string(content.octets, content.content.get()); },
+        [this](const NameValue& content) { body(*content.parts); },
         [this](const BigNumberValue& content) { digits(content.magnitude); },
         [this](const ChoiceValue& content) { body(*content.value); },
         [this](const ElementValue& content) { body(*content.value); },
@@ -85,6 +87,10 @@ void Writer::elements(const ListValue& list) {
         mIndent -= 2;
         mLead.assign(mIndent, ' ');
     }
+}
+
+void Writer::string(OctetSpan octets, const Value* content) {
+    content ? body(*content) : digits(hex(octets));
 }
 
 void Writer::digits(std::string_view digits) {

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -57,16 +58,23 @@ struct TimeValue {
     bool generalized;  // the year has four digits
 };
 
+struct NameValue {
+    std::optional<std::string> text;  // as UTF-8; nothing if that would not tell all
+    std::unique_ptr<Value> parts;
+};
+
 struct OctetsValue {
     OctetSpan octets;
-    bool mayBeText = false;  // by no rule, but somebody looking at it would want to see the text
+    bool mayBeText = false;               // by no rule, but somebody looking at it would want to see the text
+    std::unique_ptr<Value> content = {};  // the SEQUENCE that they are, as signatures often are
 };
 
 struct BitsValue {
     std::uint32_t count;
     OctetSpan octets;
     bool hasNames;
-    std::vector<std::string> names;  // of the bits that are set
+    std::vector<std::string> names;       // of the bits that are set
+    std::unique_ptr<Value> content = {};  // as above
 };
 
 struct RecordValue {
@@ -101,7 +109,8 @@ struct OpenValue {
 struct Value {
     std::string_view type;  // the name of its ASN.1 type, where that matters to the layout
     std::variant<NullValue, BooleanValue, NumberValue, BigNumberValue, IdentifierValue, TextValue, TimeValue,
-                 OctetsValue, BitsValue, RecordValue, ListValue, ChoiceValue, ElementValue, OpenValue>
+                 NameValue, OctetsValue, BitsValue, RecordValue, ListValue, ChoiceValue, ElementValue,
+                 OpenValue>
         content;
 };
 

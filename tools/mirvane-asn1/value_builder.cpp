@@ -11,6 +11,7 @@
 #include "identifier_names.h"
 #include "known_contents.h"
 #include "message.h"
+#include "name_text.h"
 #include "number_text.h"
 
 namespace tools {
@@ -71,15 +72,20 @@ OctetSpan octetsOf(const ASN1OpenType& value) {
     return {value.data, value.data ? value.numocts : 0};
 }
 
+Value octetsValue(OctetSpan octets) {
+    return makeValue(OctetsValue{octets, false, sequenceIn(octets)});
+}
+
 Value bitsValue(const TypeDescriptor& type, std::uint32_t count, const unsigned char* data,
                 std::size_t room) {
     const std::size_t octets = data ? std::min<std::size_t>((std::uint64_t{count} + 7) / 8, room) : 0;
-    BitsValue bits{count, {data, octets}, type.nameCount > 0, {}};
+    BitsValue bits{count, {data, octets}, type.nameCount > 0, {}, {}};
     for (std::uint32_t bit = 0; bits.hasNames && bit < count && bit / 8 < octets; ++bit) {
         if ((data[bit / 8] >> (7 - bit % 8) & 1) == 0) continue;
         const std::string_view name = nameOfNumber(type, bit);
         bits.names.push_back(name.empty() ? "bit " + std::to_string(bit) : std::string(name));
     }
+    if (!bits.hasNames && count == std::uint64_t{octets} * 8) bits.content = sequenceIn(bits.octets);
     return makeValue(std::move(bits));
 }
 
@@ -100,10 +106,10 @@ Value leafValue(const TypeDescriptor& type, const void* value) {
         case Kind::ObjectIdentifier:
             return identifierValue(member<ASN1OBJID>(value, 0));
         case Kind::OctetString:
-            return makeValue(OctetsValue{octetsOf(member<ASN1TDynOctStr>(value, 0))});
+            return octetsValue(octetsOf(member<ASN1TDynOctStr>(value, 0)));
         case Kind::InlineOctetString: {
             const auto& text = member<asn1data::InlineString>(value, 0);
-            return makeValue(OctetsValue{{text.data, std::min(text.count, type.capacity)}});
+            return octetsValue({text.data, std::min(text.count, type.capacity)});
         }
         case Kind::BitString: {
             const auto& bits = member<ASN1TDynBitStr>(value, 0);
@@ -144,6 +150,7 @@ class Builder {
 
   private:
     Value choice(const TypeDescriptor& type, const void* value);
+    Value name(const TypeDescriptor& type, const void* value);
     Value record(const TypeDescriptor& type, const void* value);
     ListValue unknownElements(const TypeDescriptor& type, const void* value);
     Value list(const TypeDescriptor& type, const void* value, const OpenPlace& place);
@@ -189,7 +196,7 @@ Value Builder::build(const TypeDescriptor& type, const void* value, const OpenPl
         case Kind::Set:
             return record(type, value);
         case Kind::Choice:
-            return choice(type, value);
+            return std::string_view(type.name) == "Name" ? name(type, value) : choice(type, value);
         case Kind::List:
             return list(type, value, place);
         case Kind::Array:
@@ -210,6 +217,13 @@ Value Builder::choice(const TypeDescriptor& type, const void* value) {
     const OpenPlace place{.record = type.name, .field = chosen->name};
     Value inner = build(*chosen->type, asn1data::alternativeValue(type, value, *chosen->type), place);
     return makeValue(ChoiceValue{chosen->name, onHeap(std::move(inner))}, type.name);
+}
+
+Value Builder::name(const TypeDescriptor& type, const void* value) {
+    if (!asn1data::chosenAlternative(type, value)) return choice(type, value);
+    return makeValue(
+        NameValue{nameText(*static_cast<const asn1data::ASN1T_Name*>(value)), onHeap(choice(type, value))},
+        type.name);
 }
 
 Value Builder::record(const TypeDescriptor& type, const void* value) {

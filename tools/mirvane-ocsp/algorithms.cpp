@@ -1,5 +1,6 @@
 #include "algorithms.h"
 
+#include <fmt/format.h>
 #include <openssl/evp.h>
 
 #include <algorithm>
@@ -42,6 +43,22 @@ constexpr char kEc[] = "1.2.840.10045.2.1";
 constexpr char kGost2001[] = "1.2.643.2.2.19";
 constexpr char kGost256[] = "1.2.643.7.1.1.1.1";
 constexpr char kGost512[] = "1.2.643.7.1.1.1.2";
+
+struct Key {
+    const char* name;
+    const char* identifier;
+};
+
+constexpr Key kKeys[] = {
+    {"RSA", kRsa},
+    {"DSA", kDsa},
+    {"ECDSA", kEc},
+    {"GOST R 34.10-2001", kGost2001},
+    {"GOST R 34.10-2012 with 256 bits", kGost256},
+    {"GOST R 34.10-2012 with 512 bits", kGost512},
+};
+
+constexpr char kEngineNeeded[] = ": the gost engine of OpenSSL is not there";
 
 struct SignatureAlgorithm {
     const char* name;
@@ -104,6 +121,11 @@ CAlgorithmIdentifierEx hashByName(std::string const& name) {
     CAlgorithmIdentifierEx result;
     result.put_algorithm(found->identifier);
     result.put_parameters(CBlob(kNull, sizeof kNull));
+    if (!hashOf(result, CBlob())) {
+        const bool isGost = name.starts_with("gost");
+        throw InputError(name,
+                         std::string("the platform does not have this hash") + (isGost ? kEngineNeeded : ""));
+    }
     return result;
 }
 
@@ -113,6 +135,9 @@ std::string_view algorithmName(std::string_view identifier) {
     }
     for (SignatureAlgorithm const& algorithm : kSignatures) {
         if (identifier == algorithm.identifier) return algorithm.name;
+    }
+    for (Key const& key : kKeys) {
+        if (identifier == key.identifier) return key.name;
     }
     return "unknown";
 }
@@ -143,6 +168,15 @@ CAlgorithmIdentifierEx signatureAlgorithmFor(Certificate const& signer, std::str
         return result;
     }
     throw InputError(signer.source(), "no signature algorithm is known for its key with " + hash);
+}
+
+std::optional<std::string> unservedProblem(Certificate const& certificate) {
+    const std::string key = certificate.keyAlgorithm();
+    const ALG_ID number = CertOIDToAlgId(key.c_str());
+    if (number != 0 && MVCAPI_I_CryptGetDefaultCryptProv(number, 0) != 0) return std::nullopt;
+    const std::string_view name = algorithmName(key);
+    return fmt::format("the platform does not work with its key, {} ({}){}", name, key,
+                       name.starts_with("GOST") ? kEngineNeeded : "");
 }
 
 bool fitsKey(std::string_view signatureAlgorithm, Certificate const& signer) {

@@ -15,7 +15,8 @@ namespace tools {
 // The names that --hash and --digest take.
 std::vector<std::string> hashNames();
 
-// A hash by one of these names, with NULL parameters, as most clients and responders write it.
+// A hash by one of these names, with NULL parameters, as most clients and responders write it. Throws
+// InputError if the platform does not have it.
 Mirvane::ASN1::CAlgorithmIdentifierEx hashByName(std::string const& name);
 
 // A short name for a hash, key or signature algorithm in dotted form, or "unknown".
@@ -29,6 +30,9 @@ std::optional<Mirvane::CBlob> hashOf(Mirvane::ASN1::CAlgorithmIdentifier const& 
 // the key for an empty name. Throws InputError if there is none.
 Mirvane::ASN1::CAlgorithmIdentifierEx signatureAlgorithmFor(Certificate const& signer,
                                                             std::string const& hashName);
+
+// Why the platform does not work with the key of this certificate; nothing if it does.
+std::optional<std::string> unservedProblem(Certificate const& certificate);
 
 // Whether this signature algorithm is one of the certificate's key.
 bool fitsKey(std::string_view signatureAlgorithm, Certificate const& signer);

@@ -19,9 +19,6 @@ namespace {
 using Mirvane::CDateTime;
 using namespace Mirvane::PKI::OCSP;
 
-// Each is one verification, and a message may hold any number of certificates.
-constexpr std::size_t kMostTrials = 64;
-
 struct StoreFree {
     void operator()(X509_STORE* store) const { X509_STORE_free(store); }
 };
@@ -63,6 +60,7 @@ std::optional<std::string> signatureProblem(CBasicResponse const& response, Cert
         if (!response.verify(signer.octets()))
             return "it is not one by the key of " + nameText(signer.subject());
     } catch (ATL::CAtlException const& failure) {
+        if (auto problem = unservedProblem(signer)) return problem;
         return fmt::format("{} ({}) cannot be checked with the key of {} (0x{:08X})",
                            algorithmName(algorithm), algorithm, nameText(signer.subject()),
                            static_cast<std::uint32_t>(failure.m_hr));

@@ -12,6 +12,10 @@
 
 namespace tools {
 
+// How many certificates of a message are tried on its signature: each is one verification, and a message may
+// hold any number of them.
+inline constexpr std::size_t kMostTrials = 64;
+
 // Whether the responder identifier names this certificate.
 bool names(Mirvane::PKI::OCSP::CResponderID const& responder, Certificate const& certificate);
 

@@ -2,6 +2,7 @@
 
 #include <openssl/bio.h>
 #include <openssl/err.h>
+#include <openssl/evp.h>
 #include <openssl/pem.h>
 
 #include <fmt/format.h>
@@ -10,8 +11,12 @@
 #include <cctype>
 #include <string_view>
 
+#include "asn1/name.h"
+#include "base/code_page_text.h"
 #include "base/exception.h"
+#include "elements.h"
 #include "ocsp/request_message.h"
+#include "platform/provider.h"
 
 namespace tools {
 namespace {
@@ -29,6 +34,10 @@ struct NameFree {
     void operator()(X509_NAME* name) const { X509_NAME_free(name); }
 };
 
+struct KeyContextFree {
+    void operator()(EVP_PKEY_CTX* context) const { EVP_PKEY_CTX_free(context); }
+};
+
 constexpr std::string_view kPemMark = "-----BEGIN ";
 
 // What one of OpenSSL's i2d functions writes.
@@ -42,26 +51,85 @@ CBlob written(Write write, Object const* object) {
     return result;
 }
 
-std::vector<Certificate> certificatesOfPem(Octets const& octets, std::string const& source) {
-    const Bio bio(BIO_new_mem_buf(octets.data(), static_cast<int>(octets.size())));
-    std::vector<Certificate> result;
+// What PEM_read_bio allocates.
+struct PemBlock {
+    ~PemBlock() {
+        OPENSSL_free(name);
+        OPENSSL_free(header);
+        OPENSSL_free(data);
+    }
+    bool read(BIO* bio) { return PEM_read_bio(bio, &name, &header, &data, &length) == 1; }
+    bool isCertificate() const {
+        return std::string_view(name) == PEM_STRING_X509 || std::string_view(name) == PEM_STRING_X509_OLD;
+    }
+
     char* name = nullptr;
     char* header = nullptr;
     unsigned char* data = nullptr;
     long length = 0;
-    while (bio && PEM_read_bio(bio.get(), &name, &header, &data, &length)) {
-        const bool isCertificate = std::string_view(name) == PEM_STRING_X509;
-        const CBlob block(data, static_cast<unsigned long>(length));
-        OPENSSL_free(name);
-        OPENSSL_free(header);
-        OPENSSL_free(data);
-        if (!isCertificate) continue;
-        const auto certificate = Certificate::fromOctets(block, source);
+};
+
+std::vector<Certificate> certificatesOfPem(Octets const& octets, std::string const& source) {
+    const Bio bio(BIO_new_mem_buf(octets.data(), static_cast<int>(octets.size())));
+    if (!bio) throw std::bad_alloc();
+    std::vector<Certificate> result;
+    while (true) {
+        PemBlock block;
+        if (!block.read(bio.get())) break;
+        if (!block.isCertificate()) continue;
+        const auto certificate =
+            Certificate::fromOctets(CBlob(block.data, static_cast<unsigned long>(block.length)), source);
         if (!certificate) throw InputError(source, "holds a PEM block that is no certificate");
         result.push_back(*certificate);
     }
+    const bool isBroken = ERR_GET_REASON(ERR_peek_last_error()) != PEM_R_NO_START_LINE;
     ERR_clear_error();
+    if (isBroken) throw InputError(source, "holds a PEM block that is broken or cut short");
     return result;
+}
+
+std::vector<Certificate> certificatesOfDer(Octets const& octets, std::string const& source) {
+    std::vector<Certificate> result;
+    for (std::size_t start = 0; start < octets.size();) {
+        const CBlob one = Elements(octets.data() + start, octets.size() - start).take();
+        const auto certificate = Certificate::fromOctets(one, source);
+        if (!certificate) {
+            throw InputError(source, result.empty() ? std::string("is no certificate")
+                                                    : fmt::format("has {} octets behind its certificate",
+                                                                  octets.size() - start));
+        }
+        result.push_back(*certificate);
+        start += one.cbData();
+    }
+    return result;
+}
+
+// The plain text of the library's own class; nothing for a name that it does not take.
+std::optional<std::string> plainText(CBlob const& name) {
+    try {
+        Mirvane::ASN1::CName decoded;
+        decoded.decode(name);
+        return Mirvane::narrowed(decoded.toString().c_str());
+    } catch (ATL::CAtlException const&) {
+    } catch (std::exception const&) {
+    }
+    return std::nullopt;
+}
+
+// OpenSSL is more lenient: a country in UTF-8, for one.
+std::optional<std::string> lenientText(CBlob const& name) {
+    unsigned char const* position = name.pbData();
+    const std::unique_ptr<X509_NAME, NameFree> decoded(
+        d2i_X509_NAME(nullptr, &position, static_cast<long>(name.cbData())));
+    const Bio bio(BIO_new(BIO_s_mem()));
+    constexpr unsigned long kStyle =
+        (XN_FLAG_RFC2253 & ~(ASN1_STRFLGS_ESC_MSB | XN_FLAG_DN_REV)) | XN_FLAG_SEP_COMMA_PLUS;
+    const int written = decoded && bio ? X509_NAME_print_ex(bio.get(), decoded.get(), 0, kStyle) : -1;
+    ERR_clear_error();
+    if (written < 0) return std::nullopt;
+    char* text = nullptr;
+    const long length = BIO_get_mem_data(bio.get(), &text);
+    return std::string(text, static_cast<std::size_t>(length));
 }
 
 void negate(std::vector<unsigned char>& octets) {
@@ -74,6 +142,9 @@ void negate(std::vector<unsigned char>& octets) {
 }  // namespace
 
 std::optional<Certificate> Certificate::fromOctets(CBlob const& octets, std::string const& source) {
+    // OpenSSL takes a key apart with its certificate or never: the platform's engines have to be there.
+    static const HCRYPTPROV isPlatformReady = MVCAPI_I_CryptGetDefaultCryptProv(CALG_SHA1, 0);
+    static_cast<void>(isPlatformReady);
     unsigned char const* position = octets.pbData();
     Certificate result;
     result.x509_.reset(d2i_X509(nullptr, &position, static_cast<long>(octets.cbData())), &X509_free);
@@ -122,6 +193,22 @@ bool Certificate::issued(Certificate const& other) const {
     return result;
 }
 
+bool Certificate::signedHash(CBlob const& hash, std::string const& algorithm, CBlob const& signature) const {
+    int hashNumber = NID_undef;
+    OBJ_find_sigid_algs(OBJ_txt2nid(algorithm.c_str()), &hashNumber, nullptr);
+    EVP_MD const* const digest = EVP_get_digestbynid(hashNumber);
+    EVP_PKEY* const key = X509_get0_pubkey(get());
+    // The gost engine ends the process at a hash of another length.
+    if (!digest || !key || hash.cbData() != static_cast<unsigned long>(EVP_MD_get_size(digest))) return false;
+    const std::unique_ptr<EVP_PKEY_CTX, KeyContextFree> context(EVP_PKEY_CTX_new(key, nullptr));
+    const bool result = context && EVP_PKEY_verify_init(context.get()) == 1 &&
+                        EVP_PKEY_CTX_set_signature_md(context.get(), digest) == 1 &&
+                        EVP_PKEY_verify(context.get(), signature.pbData(), signature.cbData(), hash.pbData(),
+                                        hash.cbData()) == 1;
+    ERR_clear_error();
+    return result;
+}
+
 bool Certificate::isSamePartyAs(Certificate const& other) const {
     return X509_NAME_cmp(X509_get_subject_name(get()), X509_get_subject_name(other.get())) == 0 &&
            written(i2d_X509_PUBKEY, X509_get_X509_PUBKEY(get())) ==
@@ -129,17 +216,14 @@ bool Certificate::isSamePartyAs(Certificate const& other) const {
 }
 
 std::vector<Certificate> readCertificates(std::string const& path) {
+    constexpr std::size_t kMostOctets = 16u << 20;
     const std::string source = sourceName(path);
-    const Octets octets = readFile(path);
-    if (octets.front() == 0x30) {
-        if (const auto one = Certificate::fromOctets(CBlob(octets.data(), octets.size()), source)) {
-            return {*one};
-        }
-    }
-    if (std::search(octets.begin(), octets.end(), kPemMark.begin(), kPemMark.end()) == octets.end()) {
-        throw InputError(source, "is no certificate");
-    }
-    std::vector<Certificate> result = certificatesOfPem(octets, source);
+    const Octets octets = readFile(path, kMostOctets);
+    const bool isPem =
+        octets.front() != kSequence &&
+        std::search(octets.begin(), octets.end(), kPemMark.begin(), kPemMark.end()) != octets.end();
+    std::vector<Certificate> result =
+        isPem ? certificatesOfPem(octets, source) : certificatesOfDer(octets, source);
     if (result.empty()) throw InputError(source, "holds no certificate");
     return result;
 }
@@ -157,32 +241,28 @@ std::vector<Certificate> readCertificates(std::vector<std::string> const& paths)
     return result;
 }
 
-void demandEncodable(Certificate const& certificate) {
+bool isEncodable(Certificate const& certificate) {
     CRequestMessage probe;
     probe.put_requestList({CSingleRequest(CReqCert(CReqCert::certificate, certificate.octets()))});
     try {
         probe.encode();
-    } catch (ATL::CAtlException const& failure) {
-        throw InputError(
-            certificate.source(),
-            fmt::format("the certificate of {} cannot go into a message: the library does not "
-                        "take a value in it (0x{:08X})",
-                        nameText(certificate.subject()), static_cast<std::uint32_t>(failure.m_hr)));
+    } catch (ATL::CAtlException const&) {
+        return false;
     }
+    return true;
+}
+
+void demandEncodable(Certificate const& certificate) {
+    if (isEncodable(certificate)) return;
+    throw InputError(certificate.source(),
+                     "the certificate of " + nameText(certificate.subject()) +
+                         " cannot go into a message: the library does not take a value in it");
 }
 
 std::string nameText(CBlob const& name) {
-    unsigned char const* position = name.pbData();
-    const std::unique_ptr<X509_NAME, NameFree> decoded(
-        d2i_X509_NAME(nullptr, &position, static_cast<long>(name.cbData())));
-    const Bio bio(BIO_new(BIO_s_mem()));
-    constexpr unsigned long kStyle = XN_FLAG_ONELINE & ~(ASN1_STRFLGS_ESC_MSB | XN_FLAG_SPC_EQ);
-    const int written = decoded && bio ? X509_NAME_print_ex(bio.get(), decoded.get(), 0, kStyle) : -1;
-    ERR_clear_error();
-    if (written < 0) return hexText(name);
-    char* text = nullptr;
-    const long length = BIO_get_mem_data(bio.get(), &text);
-    return std::string(text, static_cast<std::size_t>(length));
+    if (auto text = plainText(name)) return *text;
+    if (auto text = lenientText(name)) return *text;
+    return hexText(name);
 }
 
 std::string hexText(CBlob const& octets) {

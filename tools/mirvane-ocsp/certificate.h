@@ -38,6 +38,10 @@ class Certificate {
     bool namesItselfIssuerOf(Certificate const& other) const;
     // Whether it did: the names fit, and the signature.
     bool issued(Certificate const& other) const;
+    // Whether its key made this signature (in the octet order of ASN.1) of this hash, by the signature
+    // algorithm in dotted form.
+    bool signedHash(Mirvane::CBlob const& hash, std::string const& algorithm,
+                    Mirvane::CBlob const& signature) const;
     // The same subject and the same key.
     bool isSamePartyAs(Certificate const& other) const;
 
@@ -49,18 +53,20 @@ class Certificate {
     std::string source_;
 };
 
-// The certificates of a file: the one of DER, all blocks of PEM. Throws InputError, also if there is none.
+// The certificates of a file: one behind the other in DER, or all blocks of PEM. Throws InputError, also if
+// there is none.
 std::vector<Certificate> readCertificates(std::string const& path);
 // The first of them.
 Certificate readCertificate(std::string const& path);
 // Those of several files, in order.
 std::vector<Certificate> readCertificates(std::vector<std::string> const& paths);
 
-// Throws InputError for a certificate that OpenSSL reads but the library does not: it cannot go into a
-// message.
+// Whether the library takes the certificate apart; else it cannot go into a message, whatever OpenSSL says.
+bool isEncodable(Certificate const& certificate);
+// Throws InputError if not.
 void demandEncodable(Certificate const& certificate);
 
-// An encoded name as text for a reader; octets that are none as hexadecimal digits.
+// An encoded name as text for a reader, in UTF-8 and not escaped; octets that are none as hexadecimal digits.
 std::string nameText(Mirvane::CBlob const& name);
 
 // Upper-case hexadecimal digits.

@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include "algorithms.h"
+#include "certificate.h"
+#include "common/printable.h"
 #include "extension_text.h"
 #include "reason.h"
 #include "time_text.h"
@@ -11,6 +13,7 @@ namespace tools {
 namespace {
 
 using Mirvane::CBlob;
+using Mirvane::CBlobList;
 using Mirvane::CDateTime;
 using namespace Mirvane::ASN1;
 using namespace Mirvane::PKI::OCSP;
@@ -51,19 +54,24 @@ Json describe(CCertIdWithSignature const& identifier) {
             {"signatureValue", hexText(identifier.get_signatureValue())}};
 }
 
-Json describe(Certificate const& certificate) {
-    return {{"subject", nameText(certificate.subject())},
-            {"issuer", nameText(certificate.issuer())},
-            {"serialNumber", serialText(certificate.serialNumber())},
-            {"notBefore", timeOrNull(X509_get0_notBefore(certificate.get()))},
-            {"notAfter", timeOrNull(X509_get0_notAfter(certificate.get()))}};
+// An encoded certificate, as far as OpenSSL reads it.
+Json describe(CBlob const& octets) {
+    Json result = Json::object();
+    if (const auto certificate = Certificate::fromOctets(octets, "")) {
+        result = {{"subject", nameText(certificate->subject())},
+                  {"issuer", nameText(certificate->issuer())},
+                  {"serialNumber", serialText(certificate->serialNumber())},
+                  {"notBefore", timeOrNull(X509_get0_notBefore(certificate->get()))},
+                  {"notAfter", timeOrNull(X509_get0_notAfter(certificate->get()))}};
+    }
+    result["size"] = octets.cbData();
+    return result;
 }
 
 Json describeWhole(CReqCert::fullCertificateType type, CBlob const& octets) {
     Json result = {{"form", "fullCertificate"},
                    {"type", type == CReqCert::certificate ? "certificate" : "attributeCertificate"}};
-    if (const auto certificate = Certificate::fromOctets(octets, "")) result.update(describe(*certificate));
-    result["size"] = octets.cbData();
+    result.update(describe(octets));
     return result;
 }
 
@@ -117,8 +125,8 @@ std::string scalarText(Json const& value) {
     if (isIdentified(value)) {
         return fmt::format("{} ({})", value["name"].get<std::string>(), value["oid"].get<std::string>());
     }
-    if (value.is_string()) return value.get<std::string>();
-    return value.dump();
+    if (value.is_string()) return printable(value.get<std::string>());
+    return printable(value.dump());
 }
 
 }  // namespace
@@ -149,7 +157,7 @@ std::string_view statusName(CCertStatus const& status) {
     return status.isGood() ? "good" : status.isRevoked() ? "revoked" : "unknown";
 }
 
-Json describe(CRequestMessage const& request, std::vector<Certificate> const& certificates) {
+Json describe(CRequestMessage const& request, CBlobList const& certificates) {
     Json result;
     result["version"] = versionText(request.get_version());
     CBlob const* const name = request.get_requestorName();
@@ -161,7 +169,7 @@ Json describe(CRequestMessage const& request, std::vector<Certificate> const& ce
     return result;
 }
 
-Json describe(CBasicResponse const& response, std::vector<Certificate> const& certificates) {
+Json describe(CBasicResponse const& response, CBlobList const& certificates) {
     Json result;
     result["version"] = versionText(response.get_version());
     result["responderID"] = describe(response.get_responderID());

@@ -4,7 +4,6 @@
 
 #include <nlohmann/json.hpp>
 #include <string_view>
-#include <vector>
 
 #include "certificate.h"
 #include "ocsp/basic_response.h"
@@ -21,11 +20,12 @@ std::string_view statusName(Mirvane::PKI::OCSP::CCertStatus const& status);
 // What the message holds, without the envelope and the file. `certificates` are those inside, octet for
 // octet.
 nlohmann::ordered_json describe(Mirvane::PKI::OCSP::CRequestMessage const& request,
-                                std::vector<Certificate> const& certificates);
+                                Mirvane::CBlobList const& certificates);
 nlohmann::ordered_json describe(Mirvane::PKI::OCSP::CBasicResponse const& response,
-                                std::vector<Certificate> const& certificates);
+                                Mirvane::CBlobList const& certificates);
 
-// Prints the members of an object, a line each, those of inner objects and lists further to the right.
+// Prints the members of an object, a line each, those of inner objects and lists further to the right, and
+// what a terminal would take for more than text escaped.
 void printMembers(nlohmann::ordered_json const& object, int indent);
 
 }  // namespace tools

@@ -1,8 +1,11 @@
 #include "extension_text.h"
 
+#include <fmt/format.h>
+
 #include <string>
 
 #include "asn1/typed_extensions.h"
+#include "base/code_page_text.h"
 #include "base/exception.h"
 #include "certificate.h"
 #include "nonce.h"
@@ -48,22 +51,15 @@ Json cutoffValue(CBlob const& value) {
     return timeText(CExtArchiveCutoff(value).get_archiveCutoff());
 }
 
-// Addresses are ASCII; anything else shows as a question mark.
-Json asciiText(std::wstring_view text) {
-    std::string result;
-    for (const wchar_t character : text)
-        result += character < 0x80 ? static_cast<char>(character) : '?';
-    return result;
-}
-
 Json locatorValue(CBlob const& value) {
     const CExtServiceLocator extension(value);
     Json result = {{"issuer", nameText(extension.get_issuer())}, {"locator", Json::array()}};
     if (extension.get_locator()) {
         for (CAccessDescription const& access : *extension.get_locator()) {
             wchar_t const* const uri = access.get_accessLocation().get_uniformResourceIdentifier();
+            const auto text = uri ? Mirvane::narrowed(uri) : std::nullopt;
             result["locator"].push_back(
-                {{"method", access.get_accessMethod()}, {"uri", uri ? asciiText(uri) : Json(nullptr)}});
+                {{"method", access.get_accessMethod()}, {"uri", text ? Json(*text) : Json(nullptr)}});
         }
     }
     return result;
@@ -121,10 +117,12 @@ Json describe(CExtension const& extension) {
     result["oid"] = extension.get_extnID();
     result["name"] = known ? known->name : "unknown";
     result["critical"] = extension.get_critical();
+    CBlob const& value = extension.get_extnValue();
     try {
-        result["value"] = (known ? known->value : hexValue)(extension.get_extnValue());
+        result["value"] = (known ? known->value : hexValue)(value);
     } catch (ATL::CAtlException const&) {
-        result["value"] = hexValue(extension.get_extnValue());
+        result["value"] = hexValue(value);
+        result["problem"] = fmt::format("the value is no {}", known->name);
     }
     return result;
 }

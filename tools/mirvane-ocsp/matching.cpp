@@ -63,7 +63,10 @@ bool EntryIssuer::covers(CReqCert const& subject) {
                *own.key == identifier->get_issuerKeyHash();
     }
     if (CCertIdWithSignature const* const identifier = subject.get_certIdWithSignature()) {
-        return isSameName(certificate_.subject(), identifier->get_issuer());
+        return isSameName(certificate_.subject(), identifier->get_issuer()) &&
+               certificate_.signedHash(identifier->get_tbsCertificateHash(),
+                                       identifier->get_signatureAlgorithm().get_algorithm(),
+                                       identifier->get_signatureValue());
     }
     const auto certificate = Certificate::fromOctets(*subject.get_fullCert(), "");
     return certificate && certificate_.issued(*certificate);

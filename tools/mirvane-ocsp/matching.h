@@ -31,8 +31,8 @@ class EntryIssuer {
 
     Certificate const& certificate() const { return certificate_; }
 
-    // Whether the entry is about a certificate of this issuer: by both hashes of a CertID, by the signature
-    // of a whole certificate, by the name in an identifier with signature.
+    // Whether the entry is about a certificate of this issuer: by both hashes of a CertID, else by name and
+    // signature.
     bool covers(Mirvane::PKI::OCSP::CReqCert const& subject);
 
   private:

@@ -4,104 +4,30 @@
 
 #include <cerrno>
 #include <cstring>
-#include <memory>
-#include <optional>
 
-#include "asn1rt/ber_decode.h"
+#include "elements.h"
+#include "malformed.h"
 
 namespace tools {
 namespace {
 
 using Mirvane::CBlob;
+using Mirvane::CBlobList;
 using namespace Mirvane::PKI::OCSP;
 
-constexpr unsigned char kSequence = 0x30;
-constexpr unsigned char kContext0 = 0xA0;
-constexpr std::size_t kMostOctets = 0x7FFFFFFF;
-
-// Walks over the elements of a message, into some of them and past others.
-class Elements {
-  public:
-    Elements(unsigned char const* octets, std::size_t size) : octets_(octets) {
-        status_ = size <= kMostOctets ? rtInitContext(&ctxt_, nullptr) : RTS_BAD_LENGTH;
-        if (status_ == RTS_OK) status_ = xd_setp(&ctxt_, octets, static_cast<int>(size), nullptr, &length_);
-    }
-    ~Elements() { rtFreeContext(&ctxt_); }
-    Elements(Elements const&) = delete;
-    Elements& operator=(Elements const&) = delete;
-
-    // The status of reading the outermost header.
-    int status() const { return status_; }
-    // The length that the outermost element claims, with its header; nothing for the indefinite form and for
-    // octets that are no element at all.
-    std::optional<std::size_t> length() const {
-        if (length_ == ASN1_INDEFLEN) return std::nullopt;
-        return static_cast<std::size_t>(length_);
-    }
-
-    bool isAt(unsigned char identifier) const {
-        return status_ == RTS_OK && position() < ctxt_.buffer.size && octets_[position()] == identifier;
-    }
-    // Goes to the content of the element, which has to be there.
-    Elements& enter(unsigned char identifier) {
-        if (status_ == RTS_OK) status_ = xd_match1(&ctxt_, identifier, nullptr);
-        return *this;
-    }
-    Elements& skip() {
-        if (status_ == RTS_OK) status_ = xd_NextElement(&ctxt_);
-        return *this;
-    }
-    // The element here, as it stands.
-    CBlob take() {
-        const std::size_t start = position();
-        skip();
-        return status_ == RTS_OK ? CBlob(octets_ + start, position() - start) : CBlob();
-    }
-
-  private:
-    std::size_t position() const { return ctxt_.buffer.byteIndex; }
-
-    unsigned char const* octets_;
-    ASN1CTXT ctxt_;
-    int length_ = ASN1_INDEFLEN;
-    int status_;
-};
-
-std::vector<Certificate> takeCertificates(Elements& elements) {
-    std::vector<Certificate> result;
-    if (!elements.isAt(kContext0)) return result;
-    elements.enter(kContext0).enter(kSequence);
-    for (int number = 1; elements.isAt(kSequence); ++number) {
-        const CBlob octets = elements.take();
-        const auto certificate =
-            Certificate::fromOctets(octets, fmt::format("certificate {} in the message", number));
-        if (certificate) result.push_back(*certificate);
-    }
+CBlobList octetsOf(std::vector<Piece> const& pieces) {
+    CBlobList result;
+    for (Piece const& piece : pieces)
+        result.push_back(piece.octets);
     return result;
-}
-
-// Why octets that do not decode do not: in the words of somebody who looks at the file.
-std::string problemOf(Octets const& octets, const char* kind) {
-    if (octets.front() != kSequence) {
-        return fmt::format("is no {}: it begins with octet {:02X}, not with a SEQUENCE", kind,
-                           octets.front());
-    }
-    const Elements elements(octets.data(), octets.size());
-    const auto length = elements.length();
-    if (length && *length > octets.size()) {
-        return fmt::format("is cut short: the message says {} octets, {} are there", *length, octets.size());
-    }
-    if (elements.status() == RTS_BAD_LENGTH || elements.status() == RTS_END_OF_BUFFER) {
-        return fmt::format("is no {}: its first element does not fit into {} octets", kind, octets.size());
-    }
-    return fmt::format("is no {}", kind);
 }
 
 }  // namespace
 
 void addSizeOption(CLI::App* command, std::size_t& limit) {
     command->add_option("--max-size", limit, "Refuse messages with more octets (16 MiB)")
-        ->transform(CLI::AsSizeValue(false));
+        ->transform(CLI::AsSizeValue(false).description(""))
+        ->type_name("SIZE");
 }
 
 bool looksLikeRequest(Octets const& octets) {
@@ -114,8 +40,8 @@ std::unique_ptr<CRequestMessage> decodeRequest(Octets const& octets, std::string
     auto message = std::make_unique<CRequestMessage>();
     try {
         message->decode(CBlob(octets.data(), octets.size()));
-    } catch (ATL::CAtlException const&) {
-        throw InputError(source, problemOf(octets, "OCSP request"));
+    } catch (ATL::CAtlException const& failure) {
+        throw InputError(source, requestProblem(octets, failure.m_hr));
     }
     return message;
 }
@@ -124,8 +50,8 @@ CResponseMessage decodeResponse(Octets const& octets, std::string const& source)
     CResponseMessage message;
     try {
         message.decode(CBlob(octets.data(), octets.size()));
-    } catch (ATL::CAtlException const&) {
-        throw InputError(source, problemOf(octets, "OCSP response"));
+    } catch (ATL::CAtlException const& failure) {
+        throw InputError(source, responseProblem(octets, failure.m_hr));
     }
     return message;
 }
@@ -136,27 +62,35 @@ std::unique_ptr<CBasicResponse> decodeBasicResponse(CResponseMessage const& mess
         return nullptr;
     }
     auto response = std::make_unique<CBasicResponse>();
-    explained(source, "the response inside is malformed", [&] { response->decode(*message.get_response()); });
+    try {
+        response->decode(*message.get_response());
+    } catch (ATL::CAtlException const& failure) {
+        throw InputError(source, basicResponseProblem(*message.get_response(), failure.m_hr));
+    }
     return response;
 }
 
 std::size_t trailingOctets(unsigned char const* octets, std::size_t size) {
-    const auto length = Elements(octets, size).length();
-    return length && *length < size ? size - *length : 0;
+    Elements elements(octets, size);
+    return elements.skip().status() == RTS_OK ? size - elements.position() : 0;
 }
 
-std::vector<Certificate> certificatesInside(Octets const& request) {
-    Elements elements(request.data(), request.size());
-    elements.enter(kSequence).skip();
-    if (!elements.isAt(kContext0)) return {};
-    elements.enter(kContext0).enter(kSequence).skip().skip();
-    return takeCertificates(elements);
+CBlobList certificatesInside(Octets const& request) {
+    return octetsOf(certificatesOfRequest(request.data(), request.size()));
 }
 
-std::vector<Certificate> certificatesInside(CBlob const& basicResponse) {
-    Elements elements(basicResponse.pbData(), basicResponse.cbData());
-    elements.enter(kSequence).skip().skip().skip();
-    return takeCertificates(elements);
+CBlobList certificatesInside(CBlob const& basicResponse) {
+    return octetsOf(certificatesOfResponse(basicResponse.pbData(), basicResponse.cbData()));
+}
+
+std::vector<Certificate> readable(CBlobList const& certificates) {
+    std::vector<Certificate> result;
+    int number = 0;
+    for (CBlob const& octets : certificates) {
+        const std::string name = fmt::format("certificate {} in the message", ++number);
+        if (const auto certificate = Certificate::fromOctets(octets, name)) result.push_back(*certificate);
+    }
+    return result;
 }
 
 void writeOutput(std::string const& path, CBlob const& octets) {

@@ -28,8 +28,8 @@ inline constexpr std::size_t kUsualLimit = 16u << 20;
 // Whether the octets look like a request: a SEQUENCE in a SEQUENCE.
 bool looksLikeRequest(Octets const& octets);
 
-// Each throws InputError that says what is wrong with the octets. Requests and responses stay where they were
-// decoded: a copy would have lost the octets that their signature covers.
+// Each throws InputError that says what is wrong with the octets, and where. Requests and responses stay
+// where they were decoded: a copy would have lost the octets that their signature covers.
 std::unique_ptr<Mirvane::PKI::OCSP::CRequestMessage> decodeRequest(Octets const& octets,
                                                                    std::string const& source);
 Mirvane::PKI::OCSP::CResponseMessage decodeResponse(Octets const& octets, std::string const& source);
@@ -37,13 +37,15 @@ Mirvane::PKI::OCSP::CResponseMessage decodeResponse(Octets const& octets, std::s
 std::unique_ptr<Mirvane::PKI::OCSP::CBasicResponse> decodeBasicResponse(
     Mirvane::PKI::OCSP::CResponseMessage const& message, std::string const& source);
 
-// How many octets stand behind the message; 0 also where its length is indefinite.
+// How many octets stand behind the message.
 std::size_t trailingOctets(unsigned char const* octets, std::size_t size);
 
 // The certificates in a decodable message, octet for octet: the library encodes them anew, and their
-// signatures need not fit that. What OpenSSL does not read is left out.
-std::vector<Certificate> certificatesInside(Octets const& request);
-std::vector<Certificate> certificatesInside(Mirvane::CBlob const& basicResponse);
+// signatures need not fit that.
+Mirvane::CBlobList certificatesInside(Octets const& request);
+Mirvane::CBlobList certificatesInside(Mirvane::CBlob const& basicResponse);
+// Those that OpenSSL reads.
+std::vector<Certificate> readable(Mirvane::CBlobList const& certificates);
 
 // Writes to the file, or to standard output for "-". Throws InputError.
 void writeOutput(std::string const& path, Mirvane::CBlob const& octets);

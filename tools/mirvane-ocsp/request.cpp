@@ -12,11 +12,14 @@
 #include "distinguished_name.h"
 #include "message.h"
 #include "nonce.h"
+#include "option_values.h"
+#include "passphrase.h"
 #include "signing.h"
 
 namespace {
 
 using Mirvane::CBlob;
+using Mirvane::ASN1::CAlgorithmIdentifierEx;
 using namespace Mirvane::PKI::OCSP;
 using tools::Certificate;
 using tools::InputError;
@@ -36,57 +39,52 @@ struct RequestOptions {
     std::string key;
     std::string signer;
     std::string digest;
+    std::string passphrase;
     std::vector<std::string> chain;
     std::string output = "-";
 };
 
-CReqCert subjectOf(RequestOptions const& options, Certificate const& certificate, Certificate const& issuer) {
+CReqCert subjectOf(RequestOptions const& options, Certificate const& certificate, Certificate const& issuer,
+                   CAlgorithmIdentifierEx const& hash) {
     if (!issuer.namesItselfIssuerOf(certificate)) {
         throw InputError(certificate.source(), "names another issuer than " + issuer.source() + ": " +
                                                    tools::nameText(certificate.issuer()));
     }
-    if (options.form == "full") {
-        tools::demandEncodable(certificate);
-        return CReqCert(CReqCert::certificate, certificate.octets());
-    }
+    if (options.form != "certid") tools::demandEncodable(certificate);
+    if (options.form == "full") return CReqCert(CReqCert::certificate, certificate.octets());
     return tools::explained(certificate.source(), "no identifier can be made of it", [&] {
         if (options.form == "signature") return CReqCert(CCertIdWithSignature(certificate.octets()));
-        return CReqCert(CCertID(tools::hashByName(options.hash), certificate.octets(), issuer.octets()));
+        return CReqCert(CCertID(hash, certificate.octets(), issuer.octets()));
     });
-}
-
-CReqCert subjectOf(RequestOptions const& options, std::string const& serial, Certificate const& issuer) {
-    const auto algorithm = tools::hashByName(options.hash);
-    const auto name = tools::hashOf(algorithm, issuer.subject());
-    const auto key = tools::hashOf(algorithm, issuer.keyBits());
-    if (!name || !key) throw InputError(options.hash, "the platform does not have this hash");
-    return CReqCert(CCertID(algorithm, *name, *key, tools::parseSerial(serial)));
 }
 
 CSingleRequestList entriesOf(RequestOptions const& options) {
     const Certificate issuer = tools::readCertificate(options.issuer);
+    const CAlgorithmIdentifierEx hash = tools::hashByName(options.hash);
+    const CBlob name = tools::hashOf(hash, issuer.subject()).value();
+    const CBlob key = tools::hashOf(hash, issuer.keyBits()).value();
     CSingleRequestList entries;
     for (std::string const& path : options.certificates)
-        entries.emplace_back(subjectOf(options, tools::readCertificate(path), issuer));
+        entries.emplace_back(subjectOf(options, tools::readCertificate(path), issuer, hash));
     for (std::string const& serial : options.serials)
-        entries.emplace_back(subjectOf(options, serial, issuer));
+        entries.emplace_back(CReqCert(CCertID(hash, name, key, tools::parseSerial(serial))));
     return entries;
 }
 
-CBlob nonceOctets(RequestOptions const& options) {
-    if (options.nonce.empty()) return tools::randomNonce(options.nonceLength);
-    const bool isHex = options.nonce.find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
-    if (!isHex || options.nonce.size() % 2 != 0 || options.nonce.size() / 2 > kMostNonce) {
-        throw InputError(options.nonce, "is no nonce in hexadecimal digits");
+CBlob parseNonce(std::string const& text) {
+    const bool isHex = text.find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
+    if (!isHex || text.size() % 2 != 0 || text.size() / 2 > kMostNonce) {
+        throw InputError(text, "is no nonce in hexadecimal digits");
     }
     CBlob nonce;
-    nonce.readFromHexString(options.nonce.c_str());
+    nonce.readFromHexString(text.c_str());
     return nonce;
 }
 
 // A signed request has to say who asks (RFC 6960, 4.1.2): the signer, if no other name is given.
 void sign(RequestOptions const& options, CRequestMessage& message) {
-    const tools::SigningKey key{options.key, tools::readCertificate(options.signer), options.digest};
+    const tools::SigningKey key{options.key, tools::readCertificate(options.signer), options.digest,
+                                options.passphrase};
     if (!message.get_requestorName()) {
         const CBlob name = key.certificate.subject();
         message.put_requestorName(&name);
@@ -110,8 +108,10 @@ void request(RequestOptions const& options) {
         message.put_requestorName(&name);
     }
     if (!options.noNonce) {
+        const CBlob nonce =
+            options.nonce.empty() ? tools::randomNonce(options.nonceLength) : parseNonce(options.nonce);
         Mirvane::ASN1::CExtensions extensions;
-        extensions.insert(tools::nonceExtension(nonceOctets(options)));
+        extensions.insert(tools::nonceExtension(nonce));
         message.put_requestExtensions(&extensions);
     }
     if (!options.key.empty()) sign(options, message);
@@ -122,25 +122,32 @@ void request(RequestOptions const& options) {
 
 void addNonceOptions(CLI::App* command, RequestOptions& options) {
     CLI::Option* const given =
-        command->add_option("--nonce", options.nonce, "A nonce, this one if digits are given (HEX)")
-            ->expected(0, 1);
+        command->add_option("--nonce", options.nonce, "A nonce, this one if digits are given")
+            ->expected(0, 1)
+            ->type_name("[HEX]")
+            ->check(tools::readBy(parseNonce));
     CLI::Option* const length =
         command->add_option("--nonce-length", options.nonceLength, "A random nonce of so many octets (32)")
-            ->check(CLI::Range(1ul, kMostNonce))
+            ->check(CLI::Range(1ul, kMostNonce, "LENGTH"))
+            ->type_name("")
             ->excludes(given);
     command->add_flag("--no-nonce", options.noNonce, "No nonce")->excludes(given)->excludes(length);
 }
 
 void addSigningOptions(CLI::App* command, RequestOptions& options) {
     CLI::Option* const key =
-        command->add_option("--sign-key", options.key, "Sign with this key (file or URI)");
-    CLI::Option* const signer = command->add_option("--sign-cert", options.signer,
-                                                    "Certificate of that key; it goes into the request");
+        command->add_option("--sign-key", options.key, "Sign with this key (file or URI)")->type_name("KEY");
+    CLI::Option* const signer =
+        command
+            ->add_option("--sign-cert", options.signer, "Certificate of that key; it goes into the request")
+            ->type_name("FILE");
     key->needs(signer);
     signer->needs(key);
     command->add_option("--chain", options.chain, "More certificates to go into a signed request")
         ->allow_extra_args(false)
+        ->type_name("FILE")
         ->needs(key);
+    tools::addPassphraseOption(command, options.passphrase)->needs(key);
     command->add_option("--digest", options.digest, "Hash to sign with")
         ->check(CLI::IsMember(tools::hashNames()))
         ->needs(key);
@@ -151,20 +158,29 @@ void addSigningOptions(CLI::App* command, RequestOptions& options) {
 void addRequestCommand(CLI::App& app) {
     auto options = std::make_shared<RequestOptions>();
     CLI::App* command = app.add_subcommand("request", "Make an OCSP request");
-    command->add_option("--issuer", options->issuer, "Certificate of the issuer")->required();
+    command->add_option("--issuer", options->issuer, "Certificate of the issuer")
+        ->required()
+        ->type_name("FILE");
     command->add_option("--cert", options->certificates, "Ask about this certificate; may be repeated")
-        ->allow_extra_args(false);
-    command->add_option("--serial", options->serials, "Ask about this serial number (HEX); may be repeated")
-        ->allow_extra_args(false);
+        ->allow_extra_args(false)
+        ->type_name("FILE");
+    command->add_option("--serial", options->serials, "Ask about this serial number; may be repeated")
+        ->allow_extra_args(false)
+        ->type_name("HEX")
+        ->check(tools::readBy(tools::parseSerial));
     command->add_option("--hash", options->hash, "Hash in the identifiers (sha1)")
         ->check(CLI::IsMember(tools::hashNames()));
     command->add_option("--by", options->form, "How to name a certificate: certid, full or signature")
         ->check(CLI::IsMember({"certid", "full", "signature"}));
     addNonceOptions(command, *options);
-    command->add_option("--requestor-name", options->requestorName,
-                        "Who asks: /C=RU/O=Example or C=RU,O=Example");
+    command
+        ->add_option("--requestor-name", options->requestorName,
+                     "Who asks: /C=RU/O=Example or C=RU,O=Example")
+        ->type_name("NAME")
+        ->check(tools::readBy(tools::parseDistinguishedName));
     addSigningOptions(command, *options);
-    command->add_option("-o,--out", options->output,
-                        "File for the request in DER; standard output if missing");
+    command
+        ->add_option("-o,--out", options->output, "File for the request in DER; standard output if missing")
+        ->type_name("FILE");
     command->callback([options] { request(*options); });
 }

@@ -5,15 +5,19 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "algorithms.h"
+#include "authority.h"
 #include "common/program.h"
 #include "describe.h"
 #include "extension_text.h"
 #include "matching.h"
 #include "message.h"
 #include "nonce.h"
+#include "option_values.h"
+#include "passphrase.h"
 #include "signing.h"
 #include "status_source.h"
 #include "time_text.h"
@@ -32,6 +36,7 @@ struct RespondOptions {
     std::string signer;
     std::string key;
     std::string digest;
+    std::string passphrase;
     std::string index;
     std::string list;
     bool isGood = false;
@@ -79,7 +84,9 @@ std::optional<Refusal> refusalOfForm(CRequestMessage const& request) {
 }
 
 bool isSignedByOneInside(CRequestMessage const& request, tools::Octets const& octets) {
-    for (Certificate const& certificate : tools::certificatesInside(octets)) {
+    std::size_t trials = 0;
+    for (Certificate const& certificate : tools::readable(tools::certificatesInside(octets))) {
+        if (++trials > tools::kMostTrials) break;
         try {
             if (request.verify(certificate.octets())) return true;
         } catch (ATL::CAtlException const&) {
@@ -160,7 +167,7 @@ class Responder {
           // Rounding to the second could date an answer into the future.
           now_(options.digits == 0 ? tools::currentSecond() : CDateTime::Now()),
           issuer_(tools::readCertificate(options.issuer)),
-          key_{options.key, tools::readCertificate(options.signer), options.digest},
+          key_{options.key, tools::readCertificate(options.signer), options.digest, options.passphrase},
           source_(sourceOf(options, issuer_, now_)),
           validity_(validityOf(options, source_, now_)),
           certificates_(tools::blobs(certificatesOf(options, key_.certificate, issuer_))) {}
@@ -174,6 +181,13 @@ class Responder {
             if (auto refusal = refusalOfSignature(request, octets)) return refusal;
         }
         return refusalOfEntries(request, issuer_);
+    }
+
+    // What the user should know of a signature that nobody required; nothing if there is nothing.
+    std::optional<std::string> remarkOn(CRequestMessage const& request, tools::Octets const& octets) const {
+        if (options_.requireSigned || !request.get_signature()) return std::nullopt;
+        const auto refusal = refusalOfSignature(request, octets);
+        return refusal ? std::optional(refusal->reason) : std::nullopt;
     }
 
     CResponseMessage answer(CRequestMessage const& request) const {
@@ -220,15 +234,25 @@ CResponseMessage refuse(CLI::App const& app, std::string const& file, Refusal co
 
 CResponseMessage answer(CLI::App const& app, RespondOptions const& options) {
     const Responder responder(options);
-    const tools::Octets octets = tools::readInput(options.file, options.limit);
+    const std::string source = tools::sourceName(options.file);
+    tools::Octets octets;
     std::unique_ptr<CRequestMessage> request;
     try {
-        request = tools::decodeRequest(octets, tools::sourceName(options.file));
+        octets = tools::readFile(options.file, options.limit);
+    } catch (tools::EmptyInput const& error) {
+        return refuse(app, options.file, {malformedRequest, "the file " + error.problem()});
+    }
+    try {
+        octets = tools::withoutPem(std::move(octets), source);
+        request = tools::decodeRequest(octets, source);
     } catch (InputError const& error) {
         return refuse(app, options.file, {malformedRequest, "the file " + error.problem()});
     }
     if (const auto refusal = responder.refusalOf(*request, octets)) {
         return refuse(app, options.file, *refusal);
+    }
+    if (const auto remark = responder.remarkOn(*request, octets)) {
+        tools::complain(app, fmt::format("{}: {}; answered all the same", source, *remark));
     }
     return responder.answer(*request);
 }
@@ -239,20 +263,30 @@ void respond(CLI::App const& app, RespondOptions const& options) {
 
 void addSourceOptions(CLI::App* command, RespondOptions& options) {
     CLI::Option_group* const source = command->add_option_group("Status", "One of these");
-    source->add_option("--index", options.index, "From the certificate database of openssl ca, index.txt");
-    source->add_option("--crl", options.list, "From a revocation list of the issuer");
+    source->add_option("--index", options.index, "From the certificate database of openssl ca, index.txt")
+        ->type_name("FILE");
+    source->add_option("--crl", options.list, "From a revocation list of the issuer")->type_name("FILE");
     source->add_flag("--good", options.isGood, "Good for all");
-    source->add_option("--revoked", options.revoked, "Revoked for all: TIME[,REASON]");
+    source->add_option("--revoked", options.revoked, "Revoked for all")
+        ->type_name("TIME[,REASON]")
+        ->check(tools::readBy(tools::parseRevoked));
     source->add_flag("--unknown", options.isUnknown, "Unknown for all");
     source->require_option(1);
 }
 
 void addTimeOptions(CLI::App* command, RespondOptions& options) {
-    command->add_option("--this-update", options.thisUpdate,
-                        "When the status was known: now, 20260101000000Z or ISO 8601");
+    command
+        ->add_option("--this-update", options.thisUpdate,
+                     "When the status was known: now, 20260101000000Z or ISO 8601")
+        ->type_name("TIME")
+        ->check(tools::readBy(tools::parseTime));
     CLI::Option* const until =
-        command->add_option("--next-update", options.nextUpdate, "When there will be more to know");
+        command->add_option("--next-update", options.nextUpdate, "When there will be more to know")
+            ->type_name("TIME")
+            ->check(tools::readBy(tools::parseTime));
     command->add_option("--valid-for", options.validFor, "The same as a span behind thisUpdate: 30m, 12h, 1d")
+        ->type_name("SPAN")
+        ->check(tools::readBy(tools::parseSpan))
         ->excludes(until);
     command->add_option("--digits", options.digits, "Digits of a second in times (0, as RFC 6960 wants it)")
         ->check(CLI::Range(0, 6));
@@ -264,9 +298,13 @@ void addRespondCommand(CLI::App& app) {
     auto options = std::make_shared<RespondOptions>();
     CLI::App* command = app.add_subcommand("respond", "Answer an OCSP request");
     command->add_option("--issuer", options->issuer, "Certificate of the issuer that is answered for")
-        ->required();
-    command->add_option("--signer", options->signer, "Certificate of the responder")->required();
-    command->add_option("--key", options->key, "Its key (file or URI)")->required();
+        ->required()
+        ->type_name("FILE");
+    command->add_option("--signer", options->signer, "Certificate of the responder")
+        ->required()
+        ->type_name("FILE");
+    command->add_option("--key", options->key, "Its key (file or URI)")->required()->type_name("KEY");
+    tools::addPassphraseOption(command, options->passphrase);
     command->add_option("--digest", options->digest, "Hash to sign with")
         ->check(CLI::IsMember(tools::hashNames()));
     addSourceOptions(command, *options);
@@ -278,12 +316,15 @@ void addRespondCommand(CLI::App& app) {
                       "Answer only requests that are signed by a certificate in them");
     CLI::Option* const certificates =
         command->add_option("--cert", options->certificates, "More certificates to go into the response")
-            ->allow_extra_args(false);
+            ->allow_extra_args(false)
+            ->type_name("FILE");
     command->add_flag("--no-certs", options->noCertificates, "No certificates, not even the signer's")
         ->excludes(certificates);
-    command->add_option("-o,--out", options->output,
-                        "File for the response in DER; standard output if missing");
+    command
+        ->add_option("-o,--out", options->output, "File for the response in DER; standard output if missing")
+        ->type_name("FILE");
     tools::addSizeOption(command, options->limit);
-    command->add_option("REQUEST", options->file, "Request in DER or PEM; - or nothing for standard input");
+    command->add_option("REQUEST", options->file, "Request in DER or PEM; - or nothing for standard input")
+        ->type_name("");
     command->callback([&app, options] { respond(app, *options); });
 }

@@ -1,7 +1,13 @@
 #include "signing.h"
 
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
 #include "base/exception.h"
 #include "message.h"
+#include "passphrase.h"
 #include "provider/handle_owners.h"
 
 namespace tools {
@@ -11,15 +17,30 @@ using Mirvane::CBlobList;
 using Mirvane::ASN1::CAlgorithmIdentifierEx;
 using namespace Mirvane::PKI::OCSP;
 
+std::string containerProblem(std::string const& container, PassphraseSource const& passphrase) {
+    if (passphrase.isGiven()) return "no private key can be read from it with this passphrase";
+    if (passphrase.isAsked()) return "is encrypted: give its passphrase with --passin";
+    const bool isMissing = container.find(':') == std::string::npos && ::access(container.c_str(), R_OK) != 0;
+    return isMissing ? std::strerror(errno) : "no private key can be read from it";
+}
+
+void acquire(ATL::CCryptProv& provider, SigningKey const& key) {
+    const PassphraseSource passphrase(key.passphrase);
+    if (!CryptAcquireContextA(provider.Place(), key.container.c_str(), nullptr, 0, 0)) {
+        throw InputError(key.container, containerProblem(key.container, passphrase));
+    }
+}
+
 // `work` gets the provider and the algorithm. Whether the key is that of the certificate is found out by the
 // signature that it made.
 template <typename Message, typename Work>
 void signWith(Message& message, SigningKey const& key, Work work) {
     const CAlgorithmIdentifierEx algorithm = signatureAlgorithmFor(key.certificate, key.hashName);
-    ATL::CCryptProv provider;
-    if (!CryptAcquireContextA(provider.Place(), key.container.c_str(), nullptr, 0, 0)) {
-        throw InputError(key.container, "no private key can be read from it");
+    if (auto problem = unservedProblem(key.certificate)) {
+        throw InputError(key.certificate.source(), *problem);
     }
+    ATL::CCryptProv provider;
+    acquire(provider, key);
     explained(key.container,
               "does not sign with the algorithm for the certificate of " + key.certificate.source(),
               [&] { work(provider.GetHandle(), algorithm); });

@@ -15,7 +15,8 @@ namespace tools {
 struct SigningKey {
     std::string container;  // a file, or a URI that the platform opens
     Certificate certificate;
-    std::string hashName;  // empty for the usual one
+    std::string hashName;    // empty for the usual one
+    std::string passphrase;  // where it comes from, see PassphraseSource
 };
 
 // Each signs, and throws InputError if the key does not open, does not sign or is not that of the

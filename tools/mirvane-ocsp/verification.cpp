@@ -9,6 +9,7 @@
 
 #include "algorithms.h"
 #include "authority.h"
+#include "common/printable.h"
 #include "describe.h"
 #include "extension_text.h"
 #include "matching.h"
@@ -32,12 +33,12 @@ class Report {
 
     void add(std::string_view check, Problem const& problem, std::string const& remark = {}) {
         if (problem) {
-            fmt::print("{}: FAILED: {}\n", check, *problem);
+            fmt::print("{}: FAILED: {}\n", check, printable(*problem));
             holds_ = false;
         } else if (remark.empty()) {
             fmt::print("{}: ok\n", check);
         } else {
-            fmt::print("{}: ok ({})\n", check, remark);
+            fmt::print("{}: ok ({})\n", check, printable(remark));
         }
     }
 
@@ -53,7 +54,7 @@ int badness(CCertStatus const& status) {
 class Verification {
   public:
     Verification(CBasicResponse const& response, CBlob const& octets, Policy const& policy)
-        : response_(response), policy_(policy), inside_(certificatesInside(octets)) {}
+        : response_(response), policy_(policy), inside_(readable(certificatesInside(octets))) {}
 
     bool run(Problem const& trailing) {
         chooseIssuer();
@@ -107,9 +108,7 @@ class Verification {
             for (Certificate const& other : others())
                 candidates.push_back(other);
             signer_ = findSigner(response_, candidates);
-            report_.add("signature",
-                        signer_ ? Problem() : Problem("it is not one by the key of a certificate at hand"),
-                        signatureRemark());
+            report_.add("signature", signer_ ? Problem() : problemWithout(candidates), signatureRemark());
         }
         const bool isNamed = signer_ && names(response_.get_responderID(), *signer_);
         report_.add("responder",
@@ -118,6 +117,16 @@ class Verification {
                                         nameText(signer_->subject()))
                               : Problem("there is no signer that the responder identifier could name"),
                     signer_ ? nameText(signer_->subject()) : "");
+    }
+
+    // Why none of the candidates is the signer: of the one that the responder identifier names, if there is
+    // one.
+    std::string problemWithout(std::vector<Certificate> const& candidates) const {
+        for (Certificate const& candidate : candidates) {
+            if (!names(response_.get_responderID(), candidate)) continue;
+            if (auto problem = signatureProblem(response_, candidate)) return *problem;
+        }
+        return "it is not one by the key of a certificate at hand";
     }
 
     std::string signatureRemark() const {

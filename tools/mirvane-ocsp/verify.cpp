@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "common/program.h"
+#include "option_values.h"
 #include "time_text.h"
 #include "verification.h"
 
@@ -58,23 +59,34 @@ void addVerifyCommand(CLI::App& app) {
     auto options = std::make_shared<VerifyOptions>();
     CLI::App* command = app.add_subcommand("verify", "Check an OCSP response; status 0 only if all holds");
     CLI::Option_group* const who = command->add_option_group("Who may sign", "One of the two");
-    who->add_option("--signer", options->signer, "Certificate that has to be the signer's");
+    who->add_option("--signer", options->signer, "Certificate that has to be the signer's")
+        ->type_name("FILE");
     who->add_option("--issuer", options->issuer,
-                    "Certificate of the issuer: it signs, or a delegate in the response or the chain does");
+                    "Certificate of the issuer: it signs, or a delegate in the response or the chain does")
+        ->type_name("FILE");
     who->require_option(1);
     command
         ->add_option("--chain", options->chain,
                      "More certificates, for the signer and between it and the issuer")
-        ->allow_extra_args(false);
-    command->add_option("--request", options->request, "The request, to hold entries and nonce against");
-    command->add_option("--at", options->at, "The time to check for: now, 20260101000000Z or ISO 8601");
-    command->add_option("--max-age", options->maxAge, "Greatest age of thisUpdate: seconds, 30m, 12h, 1d");
-    command->add_option("--skew", options->skew, "How far clocks may differ (5m)");
+        ->allow_extra_args(false)
+        ->type_name("FILE");
+    command->add_option("--request", options->request, "The request, to hold entries and nonce against")
+        ->type_name("FILE");
+    command->add_option("--at", options->at, "The time to check for: now, 20260101000000Z or ISO 8601")
+        ->type_name("TIME")
+        ->check(tools::readBy(tools::parseTime));
+    command->add_option("--max-age", options->maxAge, "Greatest age of thisUpdate: seconds, 30m, 12h, 1d")
+        ->type_name("SPAN")
+        ->check(tools::readBy(tools::parseSpan));
+    command->add_option("--skew", options->skew, "How far clocks may differ (5m)")
+        ->type_name("SPAN")
+        ->check(tools::readBy(tools::parseSpan));
     command->add_flag("--allow-missing-nonce", options->allowMissingNonce,
                       "Let an answer pass that does not give the nonce back");
     command->add_flag("--require-good", options->requireGood, "Fail if a status is not good");
     tools::addSizeOption(command, options->limit);
     command->add_option("RESPONSE", options->file, "Response in DER or PEM; - for standard input")
-        ->required();
+        ->required()
+        ->type_name("");
     command->callback([options] { verify(*options); });
 }

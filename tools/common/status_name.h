@@ -1,6 +1,6 @@
 // The names of the runtime's statuses.
-#ifndef MIRVANE_TOOLS_MIRVANE_ASN1_STATUS_NAME_H
-#define MIRVANE_TOOLS_MIRVANE_ASN1_STATUS_NAME_H
+#ifndef MIRVANE_TOOLS_COMMON_STATUS_NAME_H
+#define MIRVANE_TOOLS_COMMON_STATUS_NAME_H
 
 #include <string_view>
 

@@ -1,4 +1,4 @@
-#include "status_name.h"
+#include "common/status_name.h"
 
 #include "asn1rt/status.h"
 
