@@ -1,0 +1,123 @@
+// No malformed message is taken that OpenSSL refuses, but for those listed here with the rule that lets them
+// pass. A file is offered to every type, whatever it was meant to be.
+#include <gtest/gtest.h>
+#include <openssl/cms.h>
+#include <openssl/err.h>
+#include <openssl/ocsp.h>
+#include <openssl/ts.h>
+#include <openssl/x509.h>
+
+#include <map>
+#include <set>
+
+#include "support/recode.h"
+#include "support/vectors.h"
+
+namespace {
+
+using test::Octets;
+
+template <typename Object, Object* (*read)(Object**, const unsigned char**, long), void (*end)(Object*)>
+bool opensslReads(const Octets& octets) {
+    const unsigned char* position = octets.data();
+    Object* const object = read(nullptr, &position, static_cast<long>(octets.size()));
+    ERR_clear_error();
+    if (object) end(object);
+    return object != nullptr;
+}
+
+bool weRead(const asn1data::TypeDescriptor& type, const Octets& octets) {
+    test::LiveContext input;
+    if (octets.empty()) return false;
+    const int size = static_cast<int>(octets.size());
+    return xd_setp(input, octets.data(), size, nullptr, nullptr) == RTS_OK &&
+           asn1data::decode(input, type, asn1data::newRecord(input, type), ASN1EXPL, 0) == RTS_OK;
+}
+
+// Why we take what OpenSSL does not.
+constexpr char kPadding[] = "BER: an INTEGER may have superfluous octets, or none";
+constexpr char kCharacters[] = "which characters a string type has is not checked";
+constexpr char kStringType[] = "an attribute's value may be of any type (X.501)";
+constexpr char kCutArc[] = "an identifier's last arc ends with its content";
+constexpr char kMissingEnd[] = "the end of the message ends what has indefinite length";
+constexpr char kOverrun[] = "a length is not held against the values inside, which may end behind it";
+constexpr char kInside[] = "what a content type has inside is left to the reader of that type";
+constexpr char kMeaning[] = "OpenSSL looks at the meaning here: a token without its content";
+
+struct Kind {
+    const char* type;
+    bool (*opensslReads)(const Octets&);
+    std::map<std::string, const char*> exceptions;  // by the file's name
+};
+
+void PrintTo(const Kind& kind, std::ostream* stream) {
+    *stream << kind.type;
+}
+
+class Leniency : public ::testing::TestWithParam<Kind> {};
+
+TEST_P(Leniency, IsNeverMoreThanOpensslsButByARule) {
+    const auto files = test::vectorFiles("malformed");
+    if (files.empty()) GTEST_SKIP() << "no malformed messages here";
+    const Kind& kind = GetParam();
+    const auto& type = test::typeNamed(kind.type);
+    std::set<std::string> taken;
+    for (const auto& path : files) {
+        const Octets octets = test::readFile(path);
+        if (weRead(type, octets) && !kind.opensslReads(octets)) taken.insert(path.filename());
+    }
+    std::set<std::string> listed;
+    for (const auto& [file, rule] : kind.exceptions)
+        listed.insert(file);
+    EXPECT_EQ(taken, listed);
+}
+
+const Kind kKinds[] = {
+    {"OCSPResponse", opensslReads<OCSP_RESPONSE, d2i_OCSP_RESPONSE, OCSP_RESPONSE_free>, {}},
+    {"BasicOCSPResponse", opensslReads<OCSP_BASICRESP, d2i_OCSP_BASICRESP, OCSP_BASICRESP_free>, {}},
+    {"ResponseData", opensslReads<OCSP_RESPDATA, d2i_OCSP_RESPDATA, OCSP_RESPDATA_free>, {}},
+    {"SingleResponse", opensslReads<OCSP_SINGLERESP, d2i_OCSP_SINGLERESP, OCSP_SINGLERESP_free>, {}},
+    {"CertID",
+     opensslReads<OCSP_CERTID, d2i_OCSP_CERTID, OCSP_CERTID_free>,
+     {{"bsslfuzz-ocsp_cert_id-non_minimal_serial.bin", kPadding}}},
+    {"OCSPRequest",
+     opensslReads<OCSP_REQUEST, d2i_OCSP_REQUEST, OCSP_REQUEST_free>,
+     {{"bssl-good_response_invalid_serial-pem3-2.orq.der", kPadding},
+      {"gnutls-gnutls_ocsp_req_pars-d754cd5e53.orq.der", kPadding},
+      {"gnutls-gnutls_ocsp_req_pars-ee21b9fd31.orq.der", kPadding}}},
+    {"Certificate",
+     opensslReads<X509, d2i_X509, X509_free>,
+     {{"awslc-cert_corpus-a6e50bf5f5.crt.der", kStringType},
+      {"bssl-good_response_invalid_serial-pem2-2.crt.der", kPadding},
+      {"bsslfuzz-parse_certificate_fu-b6f7858019.bin", kCharacters},
+      {"bsslfuzz-parse_certificate_fu-f45461144e.bin", kStringType},
+      {"libtasn1-invalid-x509-id-000523_src-000001_op-int8_pos-43_val--128_co.bin", kCutArc},
+      {"zcrypto-parsecert11-ia5.crt.der", kCharacters}}},
+    {"CertificateListLegacy", opensslReads<X509_CRL, d2i_X509_CRL, X509_CRL_free>, {}},
+    {"CertificationRequest",
+     opensslReads<X509_REQ, d2i_X509_REQ, X509_REQ_free>,
+     {{"bcjava-PKCS10Test-b64_1-3.csr.der", kCharacters}}},
+    {"ContentInfo",
+     opensslReads<CMS_ContentInfo, d2i_CMS_ContentInfo, CMS_ContentInfo_free>,
+     {{"awslc-pkcs7_decrypt_corpus-a11a4582c0.p7.der", kStringType},
+      {"awslc-pkcs7_verify_corpus-1b0b01acd0.p7.der", kCharacters},
+      {"awslc-pkcs7_verify_corpus-25e68f4651.p7.der", kCharacters},
+      {"awslc-pkcs7_verify_corpus-5b6c9c15c8.p7.der", kStringType},
+      {"awslc-pkcs7_verify_corpus-c6cc95a2f6.p7.der", kOverrun},
+      {"gnutlsfuzz-gnutls_pkcs7_parser_-31133ee7f2.bin", kOverrun},
+      {"mbedtls-test_suite_pkcs7-hex247.p7.der", kStringType},
+      {"mbedtls-test_suite_pkcs7-hex357.p7.der", kStringType},
+      {"pyasn1-test_rfc5083-b64_1.p7.der", kInside}}},
+    {"TimeStampReq", opensslReads<TS_REQ, d2i_TS_REQ, TS_REQ_free>, {}},
+    {"TimeStampResp",
+     opensslReads<TS_RESP, d2i_TS_RESP, TS_RESP_free>,
+     {{"ossl-asn1-2201f097d3.tsr.der", kMeaning},
+      {"ossl-asn1-c6b73c3482.tsr.der", kMeaning},
+      {"osslfuzz-asn1-fbec0c2042.tsr.der", kMeaning},
+      {"osslfuzz-x509-d444263006.bin", kMissingEnd}}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Kinds, Leniency, ::testing::ValuesIn(kKinds),
+                         [](const auto& info) { return std::string(info.param.type); });
+
+}  // namespace
