@@ -1,7 +1,9 @@
 #include "counting.h"
 
+#include <malloc.h>
 #include <openssl/crypto.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <new>
 
@@ -9,59 +11,75 @@
 
 namespace {
 
+bool counting = false;
 bench::Allocations total;
+std::uint64_t held = 0;
 
-void* counted(std::size_t size) {
+void* counted(void* memory, std::size_t size) {
+    if (!counting || !memory) return memory;
     ++total.count;
     total.bytes += size;
-    return std::malloc(size);
+    held += malloc_usable_size(memory);
+    total.peak = std::max(total.peak, held);
+    return memory;
+}
+
+void release(void* memory) {
+    if (counting && memory) held -= malloc_usable_size(memory);
+    std::free(memory);
+}
+
+void* resized(void* memory, std::size_t size) {
+    if (memory) held -= malloc_usable_size(memory);
+    return counted(std::realloc(memory, size), size);
 }
 
 }  // namespace
 
 void* operator new(std::size_t size) {
-    if (void* memory = counted(size)) return memory;
+    if (void* memory = counted(std::malloc(size), size)) return memory;
     throw std::bad_alloc();
 }
 void* operator new[](std::size_t size) {
     return ::operator new(size);
 }
 void operator delete(void* memory) noexcept {
-    std::free(memory);
+    release(memory);
 }
 void operator delete[](void* memory) noexcept {
-    std::free(memory);
+    release(memory);
 }
 void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
+    release(memory);
 }
 void operator delete[](void* memory, std::size_t) noexcept {
-    std::free(memory);
+    release(memory);
 }
 
 namespace bench {
 
-Allocations allocated() {
-    return total;
-}
-
 void installHooks() {
-    g_malloc_func = [](void*, std::size_t size) { return counted(size); };
-    CRYPTO_set_mem_functions([](std::size_t size, const char*, int) { return counted(size); },
-                             [](void* memory, std::size_t size, const char*, int) {
-                                 ++total.count;
-                                 total.bytes += size;
-                                 return std::realloc(memory, size);
-                             },
-                             [](void* memory, const char*, int) { std::free(memory); });
+    counting = true;
+    g_malloc_func = [](void*, std::size_t size) { return counted(std::malloc(size), size); };
+    g_free_func = [](void*, void* memory) { release(memory); };
+    CRYPTO_set_mem_functions(
+        [](std::size_t size, const char*, int) { return counted(std::malloc(size), size); },
+        [](void* memory, std::size_t size, const char*, int) { return resized(memory, size); },
+        [](void* memory, const char*, int) { release(memory); });
 }
 
-Counter::~Counter() {
-    const Allocations now = allocated();
-    const auto iterations = static_cast<double>(mState.iterations());
-    if (iterations == 0) return;
-    mState.counters["allocations"] = static_cast<double>(now.count - mBefore.count) / iterations;
-    mState.counters["bytes"] = static_cast<double>(now.bytes - mBefore.bytes) / iterations;
+Allocations allocationsOf(const std::function<void()>& work) {
+    work();
+    Allocations least{UINT64_MAX, UINT64_MAX, UINT64_MAX};
+    for (int run = 0; run < 5; ++run) {
+        const std::uint64_t before = held;
+        total = {0, 0, before};
+        work();
+        least.count = std::min(least.count, total.count);
+        least.bytes = std::min(least.bytes, total.bytes);
+        least.peak = std::min(least.peak, total.peak - before);
+    }
+    return least;
 }
 
 }  // namespace bench
