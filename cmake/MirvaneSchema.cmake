@@ -1,11 +1,11 @@
 # mirvane_schema(TARGET FILE...): compiles ASN.1 schemas into sources of TARGET. #include "asn1data/NAME.h" gives what
 # NAME.asn1 defines. All schemas of a target are compiled in one run, because they refer to each other.
 #
-# OUTPUT_FOLDER names another folder than ${CMAKE_BINARY_DIR}/generated, for a target with schemas of its own.
+# OUTPUT_FOLDER names another folder than ${PROJECT_BINARY_DIR}/generated, for a target with schemas of its own.
 function(mirvane_schema target)
   cmake_parse_arguments(SCHEMA "" "OUTPUT_FOLDER" "" ${ARGN})
   if(NOT SCHEMA_OUTPUT_FOLDER)
-    set(SCHEMA_OUTPUT_FOLDER ${CMAKE_BINARY_DIR}/generated)
+    set(SCHEMA_OUTPUT_FOLDER ${PROJECT_BINARY_DIR}/generated)
   endif()
 
   set(schemas)
