@@ -12,8 +12,10 @@
 namespace fuzz {
 
 inline bool holdsWholeElements(const test::Element& element) {
-    const bool isConstructed = element.identifier[0] & 0x20;
-    const bool isUniversal = (element.identifier[0] & 0xC0) == 0;
+    const unsigned char tag = element.identifier[0];
+    // SEQUENCE and SET are, even where the header says that they are primitive: the decoder takes them so.
+    const bool isConstructed = (tag & 0x20) || tag == 0x10 || tag == 0x11;
+    const bool isUniversal = (tag & 0xC0) == 0;
     if (isConstructed && !element.content.empty()) return false;
     if (isConstructed && !isUniversal && element.children.empty()) return false;
     return std::all_of(element.children.begin(), element.children.end(), holdsWholeElements);
