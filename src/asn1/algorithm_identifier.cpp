@@ -5,7 +5,6 @@
 
 #include "asn1/algorithm_identifier_traits.h"
 #include "asn1/bridge.h"
-#include "asn1/context_handle.h"
 #include "asn1/context_memory.h"
 #include "asn1/object_identifier_text.h"
 #include "asn1/primitive_traits.h"
@@ -36,7 +35,7 @@ void CAlgorithmIdentifier::swap(CAlgorithmIdentifier& other) {
 }
 
 void CAlgorithmIdentifier::put_algorithm(char const* oid) {
-    algorithm_ = CStringProxy(oid);
+    algorithm_ = oid;
 }
 
 bool CAlgorithmIdentifier::operator==(CAlgorithmIdentifier const& other) const {
@@ -109,35 +108,38 @@ bool CAlgorithmIdentifierEx::hasText(char const* oid) const {
     return std::strcmp(get_algorithm(), oid != nullptr ? oid : "") == 0;
 }
 
+namespace {
+
+// Fills an empty record.
+void fill(ASN1CTXT* ctxt, asn1data::ASN1T_AlgorithmIdentifier& record, char const* oid,
+          CBlob const* parameters) {
+    // Meant to be another code than that of ASN1TObjId_traits.
+    if (str2oid(oid, &record.algorithm) != 0) failure::raise(failure::asn1);
+    if (parameters == nullptr || parameters->cbData() == 0) return;
+    record.m.parametersPresent = 1;
+    ASN1TOpenType_traits::set(ctxt, record.parameters, *parameters);
+    if (asn1data::asn1DTC_AlgorithmIdentifier(ctxt, &record) != 0) failure::raise(failure::asn1);
+}
+
+}  // namespace
+
 asn1data::ASN1T_AlgorithmIdentifier* ASN1T_AlgorithmIdentifier_set(ASN1CTXT* ctxt, char const* oid,
                                                                    CBlob const* parameters) {
     auto* const result = newRecord<asn1data::ASN1T_AlgorithmIdentifier>(ctxt);
-    asn1data::ASN1T_AlgorithmIdentifier local;
-    // Meant to be another code than that of ASN1TObjId_traits.
-    if (str2oid(oid, &local.algorithm) != 0) failure::raise(failure::asn1);
-    ctxt_handle memory;
-    if (parameters != nullptr && parameters->cbData() != 0) {
-        if (!memory.init()) failure::raise(failure::contextMemory);
-        local.m.parametersPresent = 1;
-        ASN1TOpenType_traits::set(memory.get(), local.parameters, *parameters);
-        if (asn1data::asn1DTC_AlgorithmIdentifier(memory.get(), &local) != 0) failure::raise(failure::asn1);
-    }
-    ASN1T_AlgorithmIdentifier_traits::copy(ctxt, local, *result);
+    fill(ctxt, *result, oid, parameters);
     return result;
 }
 
 void ASN1T_AlgorithmIdentifier_get(CAlgorithmIdentifier& value,
                                    asn1data::ASN1T_AlgorithmIdentifier const& rec) {
-    CBlob text;
-    oid2str(text, &rec.algorithm);
     CBlob parameters;
     if (rec.m.parametersPresent) ASN1TOpenType_traits::get(rec.parameters, parameters);
-    value.put_algorithm(reinterpret_cast<char const*>(text.pbData()));
-    value.put_parameters(parameters);
+    value.put_algorithm(ObjectIdentifierText(rec.algorithm).c_str());
+    value.put_parameters(std::move(parameters));
 }
 
 void ASN1T_AlgorithmIdentifier_traits::set(ASN1CTXT* ctxt, ASN1_T& rec, CAlgorithmIdentifier const& value) {
-    rec = *ASN1T_AlgorithmIdentifier_set(ctxt, value.get_algorithm(), &value.get_parameters());
+    fill(ctxt, rec, value.get_algorithm(), &value.get_parameters());
 }
 
 void ASN1T_AlgorithmIdentifier_traits::get(ASN1_T const& rec, CAlgorithmIdentifier& value) {

@@ -12,6 +12,7 @@
 #define MIRVANE_ASN1_ALGORITHM_IDENTIFIER_H
 
 #include <atomic>
+#include <utility>
 
 #include "asn1rt/export.h"
 #include "base/blob.h"
@@ -45,6 +46,7 @@ class MIRVANE_API CAlgorithmIdentifier {
     // Null gives the empty text. Nothing is checked.
     virtual void put_algorithm(char const* oid);
     void put_parameters(CBlob const& parameters) { parameters_ = parameters; }
+    void put_parameters(CBlob&& parameters) noexcept { parameters_ = std::move(parameters); }
 
     // The same text and the same bytes of parameters: absent parameters and a NULL differ.
     bool operator==(CAlgorithmIdentifier const& other) const;

@@ -6,9 +6,25 @@
 #include "asn1/context_memory.h"
 #include "asn1rt/char_string.h"
 #include "asn1rt/copy.h"
+#include "asn1rt/text_digits.h"
 #include "base/exception.h"
 
 namespace Mirvane::ASN1 {
+
+namespace {
+
+// 0x, two upper-case digits an octet, and the terminator.
+void writeText(CBigInteger const& value, char* text) {
+    *text++ = '0';
+    *text++ = 'x';
+    for (unsigned long index = 0; index < value.cbData(); ++index) {
+        *text++ = asn1rt::kUpperHexDigits[value.pbData()[index] >> 4];
+        *text++ = asn1rt::kUpperHexDigits[value.pbData()[index] & 0x0F];
+    }
+    *text = '\0';
+}
+
+}  // namespace
 
 void StringToBigInteger(char const* text, CBigInteger& out) {
     if (text == nullptr || std::strncmp(text, "0x", 2) != 0 || text[2] == '\0') failure::raise(failure::asn1);
@@ -25,14 +41,15 @@ void ASN1StringToBigInteger(char const* text, CBigInteger& out) {
 }
 
 void BigIntegerToString(CBigInteger const& value, CBlob& out) {
-    const std::string text = std::string("0x") + value.writeToHexString(0).c_str();
-    out.assign(reinterpret_cast<unsigned char const*>(text.c_str()), text.size() + 1);
+    CBlob text(2 * value.cbData() + 3);
+    writeText(value, reinterpret_cast<char*>(text.pbData()));
+    out.swap(text);
 }
 
 char const* BigIntegerToASN1String(ASN1CTXT* ctxt, CBigInteger const& value) {
-    CBlob text;
-    BigIntegerToString(value, text);
-    return reinterpret_cast<char const*>(copyOctets(ctxt, text.pbData(), text.cbData()));
+    auto* const text = static_cast<char*>(allocate(ctxt, 2 * std::uint64_t{value.cbData()} + 3));
+    writeText(value, text);
+    return text;
 }
 
 char const* DWORDToASN1BigInteger(ASN1CTXT* ctxt, std::uint32_t value) {

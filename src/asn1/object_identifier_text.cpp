@@ -47,9 +47,7 @@ ASN1OBJID toASN1OBJID(char const* text) {
 }
 
 CStringProxy toOID(ASN1OBJID const& record) {
-    CBlob text;
-    oid2str(text, &record);
-    return reinterpret_cast<char const*>(text.pbData());
+    return ObjectIdentifierText(record).c_str();
 }
 
 }  // namespace Mirvane::ASN1

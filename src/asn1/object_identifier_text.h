@@ -18,6 +18,17 @@ int str2oid(char const* text, ASN1OBJID* record);
 // the empty text. Arcs behind the 128th are not looked at.
 int oid2str(CBlob& blob, ASN1OBJID const* record);
 
+// The same text in an array of its own, without memory to ask for.
+class ObjectIdentifierText {
+  public:
+    explicit ObjectIdentifierText(ASN1OBJID const& record) { rtOidToStr(&record, text_, sizeof text_ - 1); }
+    char const* c_str() const { return text_; }
+
+  private:
+    // Each arc has up to ten digits, and a dot or the terminator behind it.
+    char text_[ASN1_K_MAXSUBIDS * 11];
+};
+
 // As str2oid; throws 0x80070057 on failure.
 ASN1OBJID toASN1OBJID(char const* text);
 

@@ -3,22 +3,17 @@
 #include "asn1/context_memory.h"
 #include "asn1rt/char_string.h"
 #include "asn1rt/universal_tags.h"
+#include "base/last_error.h"
+#include "base/time_fields.h"
 
 namespace Mirvane::ASN1 {
-namespace {
-
-// Meant not to round: 999 milliseconds do not carry into the next second.
-CDateTime wholeSeconds(CDateTime const& date) {
-    _SYSTEMTIME fields = date.getSystemTime();
-    fields.wMilliseconds = 0;
-    return fields;
-}
-
-}  // namespace
-
 char const* DateToASN1GeneralizedTime(ASN1CTXT* ctxt, CDateTime const& date, bool trimFraction) {
-    const CDateTime written = trimFraction ? wholeSeconds(date) : date;
-    return copyText(ctxt, written.getGeneralizedTime().c_str());
+    if (!trimFraction) return copyText(ctxt, date.getGeneralizedTime().c_str());
+    // Meant not to round: 999 milliseconds do not carry into the next second.
+    const _SYSTEMTIME fields = date.getSystemTime();
+    _FILETIME inCalendar{};
+    if (SystemTimeToFileTime(&fields, &inCalendar) == 0) failure::raiseLastError();
+    return copyText(ctxt, GeneralizedTimeText(fields, 0).c_str());
 }
 
 void ASN1GeneralizedTime_traits::set(ASN1CTXT* ctxt, ASN1_T& rec, CDateTime const& date) {

@@ -1,4 +1,5 @@
 // The decoder: one pass over the octets, guided by descriptors.
+#include <cstddef>
 #include <cstring>
 
 #include "asn1data/constraint.h"
@@ -34,10 +35,14 @@ bool readsOwnEndOfContents(Kind kind) {
     return kind != Kind::Sequence && kind != Kind::Set && kind != Kind::List && kind != Kind::Array;
 }
 
+// These stand last in Kind.
 bool isConstructedKind(Kind kind) {
-    return kind == Kind::Sequence || kind == Kind::Set || kind == Kind::List || kind == Kind::Array ||
-           kind == Kind::Choice;
+    return kind >= Kind::Sequence;
 }
+static_assert(Kind::RawContent < Kind::Sequence && Kind::Sequence < Kind::Set && Kind::Set < Kind::Choice &&
+              Kind::Choice < Kind::List && Kind::List < Kind::Array);
+
+constexpr std::size_t kSmallRecord = 64;
 
 // What a decode does not keep.
 struct Dropping {
@@ -53,8 +58,12 @@ class Decoder {
     int resolve(const TypeDescriptor& type, void* record);
 
   private:
+    [[gnu::cold, gnu::noinline]] int failed(const TypeDescriptor& type, const void* value, int status,
+                                            const Place& place);
     int decodeValue(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length);
-    int decodeConstructed(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length);
+    // Not inline, so that the many values that are primitive don't pay for what constructed ones need.
+    [[gnu::noinline]] int decodeConstructed(const TypeDescriptor& type, void* value, ASN1TagType tagging,
+                                            int length);
     int decodeSequence(const TypeDescriptor& type, void* record, const Content& content);
     int decodeSet(const TypeDescriptor& type, void* record, const Content& content);
     int decodeChoice(const TypeDescriptor& type, void* record, ASN1TagType tagging);
@@ -72,6 +81,9 @@ class Decoder {
     int decodeAlternative(const TypeDescriptor& choice, const FieldDescriptor& field, void* record,
                           std::uint32_t start, int length);
     int decodeEnumerated(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length);
+    int passOver(int length);
+    int passOverNumber(ASN1TagType tagging, int length);
+    int passOverText(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length);
     int decodeInlineString(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length);
     int decodeOpenType(void* value);
     int decodeRawContent(void* value, int length);
@@ -158,10 +170,16 @@ int Decoder::decode(const TypeDescriptor& type, void* value, ASN1TagType tagging
     } else {
         status = decodeValue(type, value, tagging, length);
     }
+    if (status == RTS_OK && (!type.hasBounds || meetsConstraint(type, value))) return RTS_OK;
+    return failed(type, value, status, place);
+}
+
+// A decode whose status is not RTS_OK, or whose value is outside its bounds.
+int Decoder::failed(const TypeDescriptor& type, const void* value, int status, const Place& place) {
+    if (status == RTS_OK) return recordConstraint(mContext, type, value, place);
     // An array that gets no memory leaves it to what it stands in to record that.
     if (status == RTS_NO_MEMORY && type.kind == Kind::Array) return status;
-    if (status != RTS_OK) return fail(status);
-    return meetsConstraint(type, value) ? int{RTS_OK} : recordConstraint(mContext, type, value, place);
+    return fail(status);
 }
 
 int Decoder::decodeValue(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length) {
@@ -175,6 +193,7 @@ int Decoder::decodeValue(const TypeDescriptor& type, void* value, ASN1TagType ta
         case Kind::Uint16:
             return xd_uint16(mContext, static_cast<std::uint16_t*>(value), tagging, length);
         case Kind::BigInteger:
+            if (mTrials > 0) return passOverNumber(tagging, length);
             return xd_bigint(mContext, static_cast<const char**>(value), tagging, length);
         case Kind::Enumerated:
             return decodeEnumerated(type, value, tagging, length);
@@ -194,6 +213,7 @@ int Decoder::decodeValue(const TypeDescriptor& type, void* value, ASN1TagType ta
         case Kind::InlineBitString:
             return decodeInlineString(type, value, tagging, length);
         case Kind::CharString:
+            if (mTrials > 0 && !type.hasBounds) return passOverText(type, value, tagging, length);
             return xd_charstr(mContext, static_cast<const char**>(value), tagging, type.tag, length);
         case Kind::BmpString:
             return xd_16BitCharStr(mContext, static_cast<Asn116BitCharString*>(value), tagging, type.tag,
@@ -210,6 +230,31 @@ int Decoder::decodeValue(const TypeDescriptor& type, void* value, ASN1TagType ta
         default:
             return RTS_NOT_SUPPORTED;
     }
+}
+
+int Decoder::passOver(int length) {
+    if (static_cast<std::uint32_t>(length) > asn1rt::room(mContext)) return RTS_END_OF_BUFFER;
+    mContext->buffer.byteIndex += static_cast<std::uint32_t>(length);
+    return RTS_OK;
+}
+
+// As xd_bigint, without the text that nobody will see.
+int Decoder::passOverNumber(ASN1TagType tagging, int length) {
+    if (tagging == ASN1EXPL) {
+        const int status = asn1rt::readPrimitiveHeader(mContext, TAG_INTEGER, &length);
+        if (status != RTS_OK) return status;
+    }
+    return length < 0 ? int{RTS_BAD_LENGTH} : passOver(length);
+}
+
+// As xd_charstr, with a text only for what stands in segments.
+int Decoder::passOverText(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length) {
+    if (tagging == ASN1EXPL) {
+        if (int status = xd_match1(mContext, identifierOf(type.tag), &length); status != RTS_OK)
+            return status;
+    }
+    if (length >= 0 && !asn1rt::isConstructed(mContext)) return passOver(length);
+    return xd_charstr(mContext, static_cast<const char**>(value), ASN1IMPL, type.tag, length);
 }
 
 int Decoder::decodeEnumerated(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length) {
@@ -290,15 +335,14 @@ int Decoder::decodeConstructed(const TypeDescriptor& type, void* value, ASN1TagT
     return status == RTS_OK && type.table ? resolve(type, value) : status;
 }
 
+bool hasDefault(const FieldDescriptor& field) {
+    return field.presence >= Presence::DefaultNumber;
+}
+
 void setDefault(const FieldDescriptor& field, void* value) {
-    switch (field.presence) {
-        case Presence::DefaultInteger:
-            *static_cast<const char**>(value) = field.defaultText;
-            return;
-        case Presence::DefaultNumber:
-            break;
-        default:
-            return;
+    if (field.presence == Presence::DefaultInteger) {
+        *static_cast<const char**>(value) = field.defaultText;
+        return;
     }
     switch (field.type->kind) {
         case Kind::Boolean:
@@ -316,7 +360,7 @@ void setDefault(const FieldDescriptor& field, void* value) {
 void clearRecord(const TypeDescriptor& type, void* record) {
     setPresenceBits(type, record, 0);
     for (std::uint32_t i = 0; i < type.fieldCount; ++i) {
-        setDefault(type.fields[i], memberAt(record, type.fields[i].offset));
+        if (hasDefault(type.fields[i])) setDefault(type.fields[i], memberAt(record, type.fields[i].offset));
     }
     if (isExtensible(type)) rtDListInit(&member<_Asn1RTDList>(record, type.bodyOffset));
 }
@@ -463,28 +507,35 @@ int Decoder::decodeAlternative(const TypeDescriptor& choice, const FieldDescript
     return asn1rt::takeEndOfContents(mContext);
 }
 
-// Node and element are one allocation, the element behind the node.
+// Node and element are one allocation, the element behind the node. Elements that are not kept share one.
 int Decoder::decodeList(const TypeDescriptor& type, void* record, const Content& content) {
     auto& list = member<_Asn1RTDList>(record, type.headOffset);
     rtDListInit(&list);
     const std::uint32_t most = type.hasBounds && type.upperBound < INT32_MAX ? type.upperBound : INT32_MAX;
     const std::uint64_t size = sizeof(_Asn1RTDListNode) + std::uint64_t{type.element->size};
+    const bool keeps = keepsElements(type);
+    _Asn1RTDListNode* node = nullptr;
     while (!hasEnded(content)) {
         if (list.count >= most) return RTS_EXTRA_ELEMENT;
-        RecentAllocations allocations(mContext);
-        auto* node = static_cast<_Asn1RTDListNode*>(
-            rtMemHeapAllocZ(&mContext->typeMemHeap, static_cast<std::int32_t>(size)));
-        if (!node) return RTS_NO_MEMORY;
+        if (keeps || !node) {
+            node = static_cast<_Asn1RTDListNode*>(
+                rtMemHeapAllocZ(&mContext->typeMemHeap, static_cast<std::int32_t>(size)));
+            if (!node) return RTS_NO_MEMORY;
+        } else {
+            std::memset(node + 1, 0, type.element->size);
+        }
         void* element = node + 1;
+        RecentAllocations allocations(mContext);
         const int status = decode(*type.element, element, ASN1EXPL, 0, Place{Place::Kind::Element});
         if (status != RTS_OK) return status;
-        if (keepsElements(type)) {
+        if (keeps) {
             rtDListAppendNode(mContext, &list, element);
         } else {
             drop(type, element, allocations);
             ++list.count;
         }
     }
+    if (!keeps) rtMemHeapFreePtr(&mContext->typeMemHeap, node);
     return RTS_OK;
 }
 
@@ -535,9 +586,14 @@ int Decoder::resolveObject(const ObjectEntry& entry, Asn1TObject& object) {
     if (!entry.value || object.numocts == 0 || !object.data) return RTS_OK;
     if (mLevel == kMostLevels) return fail(RTS_NO_MEMORY);
     RecentAllocations allocations(mContext);
-    const std::uint64_t size = entry.value->size > 0 ? entry.value->size : 1;  // a NULL has none
-    object.decoded = rtMemHeapAllocZ(&mContext->typeMemHeap, static_cast<std::int32_t>(size));
-    if (!object.decoded) return fail(RTS_NO_MEMORY);
+    alignas(std::max_align_t) char dropped[kSmallRecord] = {};
+    if (mDropping.resolved && entry.value->size <= sizeof dropped) {
+        object.decoded = dropped;
+    } else {
+        const std::uint64_t size = entry.value->size > 0 ? entry.value->size : 1;  // a NULL has none
+        object.decoded = rtMemHeapAllocZ(&mContext->typeMemHeap, static_cast<std::int32_t>(size));
+        if (!object.decoded) return fail(RTS_NO_MEMORY);
+    }
     ASN1CTXT saved{};
     rtCopyContext(&saved, mContext);
     int status = xd_setp(mContext, object.data, static_cast<int>(object.numocts), nullptr, nullptr);

@@ -12,6 +12,13 @@ std::uint32_t arcCount(const ASN1OBJID* oid) {
     return oid ? std::min<std::uint32_t>(oid->numids, ASN1_K_MAXSUBIDS) : 0;
 }
 
+int digitCount(std::uint32_t number) {
+    int count = 1;
+    for (; number >= 10; number /= 10)
+        ++count;
+    return count;
+}
+
 // The text of one arc, with a dot in front unless it is the first. Returns its length.
 int formatPiece(const ASN1OBJID* oid, std::uint32_t index, char* piece) {
     char* digits = piece;
@@ -67,9 +74,11 @@ int rtOidToStr(const ASN1OBJID* oid, char* text, int room) {
     *text = '\0';
     for (std::uint32_t index = 0; index < arcCount(oid); ++index) {
         char piece[kLongestPiece];
-        const int length = formatPiece(oid, index, piece);
+        const bool fits = room >= kLongestPiece;
+        const int length = formatPiece(oid, index, fits ? text : piece);
         if (length > room) return 0;
-        text = std::copy_n(piece, length, text);
+        if (!fits) std::copy_n(piece, length, text);
+        text += length;
         *text = '\0';
         room -= length;
     }
@@ -79,8 +88,7 @@ int rtOidToStr(const ASN1OBJID* oid, char* text, int room) {
 int rtOidToStrLen(const ASN1OBJID* oid) {
     int total = 0;
     for (std::uint32_t index = 0; index < arcCount(oid); ++index) {
-        char piece[kLongestPiece];
-        total += formatPiece(oid, index, piece);
+        total += digitCount(oid->subid[index]) + (index > 0);
     }
     return total;
 }

@@ -5,6 +5,7 @@
 namespace asn1rt {
 
 inline constexpr char kLowerHexDigits[] = "0123456789abcdef";
+inline constexpr char kUpperHexDigits[] = "0123456789ABCDEF";
 
 // The value of a digit of radix 16 or less in either case; 255, which is no digit of any, for other
 // characters.

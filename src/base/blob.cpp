@@ -152,14 +152,13 @@ void CBlob::readFromHexString(char const* text) {
 }
 
 CStringProxy CBlob::writeToHexString(unsigned long group) const {
-    static constexpr char digits[] = "0123456789ABCDEF";
     if (length_ == 0) return {};
     std::string text;
     text.reserve(2 * length_ + (group != 0 ? (length_ - 1) / group : 0));
     for (std::uint64_t index = 0; index < length_; ++index) {
         if (group != 0 && index != 0 && index % group == 0) text += ' ';
-        text += digits[data_[index] >> 4];
-        text += digits[data_[index] & 0x0F];
+        text += asn1rt::kUpperHexDigits[data_[index] >> 4];
+        text += asn1rt::kUpperHexDigits[data_[index] & 0x0F];
     }
     return text.c_str();
 }

@@ -74,15 +74,6 @@ std::string fractionInGroups(CDateTime const& date) {
     return fraction;
 }
 
-// Without trailing zeros; nothing below a microsecond.
-void appendShortestFraction(std::string& text, std::uint64_t count) {
-    const std::uint64_t rest = ticks::belowSecond(count);
-    if (rest < ticks::perMicrosecond) return;
-    text += '.';
-    appendNumber(text, rest / ticks::perMicrosecond, 6);
-    text.erase(text.find_last_not_of('0') + 1);
-}
-
 }  // namespace
 
 CDateTime::CDateTime(int seconds, unsigned int microseconds)
@@ -186,16 +177,8 @@ unsigned long long CDateTime::getTime() const {
 }
 
 CStringProxy CDateTime::getGeneralizedTime() const {
-    const _SYSTEMTIME fields = fieldsForText(*this);
-    std::string text;
-    // Years from 10000 on are meant to lose their first digit.
-    appendNumber(text, fields.wYear % 10000u, 4);
-    for (const WORD field : {fields.wMonth, fields.wDay, fields.wHour, fields.wMinute, fields.wSecond}) {
-        appendNumber(text, field, 2);
-    }
-    appendShortestFraction(text, ticks::of(*this));
-    text += 'Z';
-    return text.c_str();
+    const std::uint64_t microseconds = ticks::belowSecond(ticks::of(*this)) / ticks::perMicrosecond;
+    return GeneralizedTimeText(fieldsForText(*this), microseconds).c_str();
 }
 
 CStringProxy CDateTime::getGeneralizedTimeTrimMicroseconds() const {

@@ -36,6 +36,16 @@ TextHolder<Character>& TextHolder<Character>::operator=(TextHolder&& other) {
 }
 
 template <typename Character>
+TextHolder<Character>& TextHolder<Character>::operator=(Character const* text) {
+    if (text != nullptr) {
+        text_->assign(text);
+    } else {
+        text_->clear();
+    }
+    return *this;
+}
+
+template <typename Character>
 Character const* TextHolder<Character>::c_str() const {
     return text_->c_str();
 }

@@ -27,6 +27,8 @@ class MIRVANE_API TextHolder {
 
     TextHolder& operator=(TextHolder const& other);
     TextHolder& operator=(TextHolder&& other);
+    // A copy of the text, which may be a part of the holder's own; null gives the empty text.
+    TextHolder& operator=(Character const* text);
 
     // The text, never null; valid until the object changes or dies.
     Character const* c_str() const;
@@ -42,11 +44,13 @@ extern template class TextHolder<wchar_t>;
 class MIRVANE_API CStringProxy : public TextHolder<char> {
   public:
     using TextHolder::TextHolder;
+    using TextHolder::operator=;
 };
 
 class MIRVANE_API CWStringProxy : public TextHolder<wchar_t> {
   public:
     using TextHolder::TextHolder;
+    using TextHolder::operator=;
 };
 
 }  // namespace Mirvane

@@ -62,6 +62,7 @@ CReqCert::CReqCert(fullCertificateType type, CBlob const& fullCert)
     : impl_(std::make_unique<Impl_FullCertificate>(type, fullCert)) {}
 CReqCert::CReqCert(CCertIdWithSignature const& certIdWithSignature)
     : impl_(std::make_unique<Impl_CertIdWithSignature>(certIdWithSignature)) {}
+CReqCert::CReqCert(std::unique_ptr<Impl> impl) noexcept : impl_(std::move(impl)) {}
 CReqCert::CReqCert(CReqCert const& other) : impl_(other.impl_ ? other.impl_->clone() : nullptr) {}
 CReqCert::CReqCert(CReqCert&& other) noexcept = default;
 CReqCert::~CReqCert() = default;
@@ -127,28 +128,32 @@ void ASN1T_ReqCert_set(ASN1CTXT* ctxt, asn1data::ASN1T_ReqCert& record, CReqCert
     }
 }
 
-void ASN1T_ReqCert_get(asn1data::ASN1T_ReqCert const& record, CReqCert& value) {
+CReqCert readASN1T_ReqCert(asn1data::ASN1T_ReqCert const& record) {
     switch (record.t) {
         case asn1data::T_ReqCert_certID: {
             auto identifier = std::make_unique<CReqCert::Impl_CertID>();
             ASN1T_CertID_traits::get(*record.u.certID, identifier->certID());
-            value.impl_ = std::move(identifier);
-            return;
+            return CReqCert(std::move(identifier));
         }
         case asn1data::T_ReqCert_fullCert: {
             auto type = CReqCert::certificate;
             CBlob fullCert;
             ASN1T_FullCertificate_get(*record.u.fullCert, type, fullCert);
-            return value.put_fullCert(type, fullCert);
+            return {type, fullCert};
         }
         case asn1data::T_ReqCert_certIdWithSignature: {
             CCertIdWithSignature identifier;
             ASN1T_CertIdWithSignature_get(*record.u.certIdWithSignature, identifier);
-            return value.put_certIdWithSignature(identifier);
+            return identifier;
         }
         default:
-            return;
+            return {CReqCert::certificate, CBlob()};
     }
+}
+
+void ASN1T_ReqCert_get(asn1data::ASN1T_ReqCert const& record, CReqCert& value) {
+    if (record.t >= asn1data::T_ReqCert_certID && record.t <= asn1data::T_ReqCert_certIdWithSignature)
+        value = readASN1T_ReqCert(record);
 }
 
 namespace {

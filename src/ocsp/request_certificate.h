@@ -61,12 +61,14 @@ class MIRVANE_API CReqCert {
     void put_certIdWithSignature(CCertIdWithSignature const& certIdWithSignature);
 
   private:
-    friend MIRVANE_API void ASN1T_ReqCert_get(asn1data::ASN1T_ReqCert const& record, CReqCert& value);
+    friend CReqCert readASN1T_ReqCert(asn1data::ASN1T_ReqCert const& record);
 
     class MIRVANE_HIDDEN Impl;
     class Impl_CertID;
     class Impl_FullCertificate;
     class Impl_CertIdWithSignature;
+
+    MIRVANE_HIDDEN explicit CReqCert(std::unique_ptr<Impl> impl) noexcept;
 
     std::unique_ptr<Impl> impl_;  // null when cleared
 };
@@ -79,6 +81,8 @@ MIRVANE_API void ASN1T_ReqCert_set(ASN1CTXT* ctxt, asn1data::ASN1T_ReqCert& reco
 // A record without a known alternative leaves the value as it was. Throws as the traits of the two
 // identifiers do, and as ASN1T_FullCertificate_get does.
 MIRVANE_API void ASN1T_ReqCert_get(asn1data::ASN1T_ReqCert const& record, CReqCert& value);
+// The same as a new value, a certificate of no bytes for a record without a known alternative. Not exported.
+CReqCert readASN1T_ReqCert(asn1data::ASN1T_ReqCert const& record);
 
 // Takes the certificate apart: 0x80093101 if the blob does not start with one of the type. Another type than
 // the two leaves the record as it is, and then that does not encode.

@@ -31,9 +31,7 @@ void fillASN1T_Request(ASN1CTXT* ctxt, asn1data::ASN1T_Request& record, CSingleR
 }
 
 CSingleRequest readASN1T_Request(asn1data::ASN1T_Request const& record) {
-    CReqCert certificate(CReqCert::certificate, CBlob());
-    ASN1T_ReqCert_get(record.reqCert, certificate);
-    CSingleRequest request(certificate);
+    CSingleRequest request(readASN1T_ReqCert(record.reqCert));
     if (record.m.singleRequestExtensionsPresent) {
         ASN1::CExtensions extensions;
         ASN1::ASN1T_Extensions_traits::get(record.singleRequestExtensions, extensions);

@@ -1,5 +1,6 @@
 #include "ocsp/single_response.h"
 
+#include <optional>
 #include <utility>
 
 #include "asn1/bridge.h"
@@ -13,15 +14,17 @@ class CSingleResponse::Impl {
     Impl(CReqCert certificate, CCertStatus status, CDateTime const& time)
         : reqCert(std::move(certificate)), certStatus(std::move(status)), thisUpdate(time) {}
     Impl(Impl const& other)
-        : reqCert(other.reqCert), certStatus(other.certStatus), thisUpdate(other.thisUpdate) {
-        ASN1::copy_to_auto_ptr(nextUpdate, other.nextUpdate.get());
+        : reqCert(other.reqCert),
+          certStatus(other.certStatus),
+          thisUpdate(other.thisUpdate),
+          nextUpdate(other.nextUpdate) {
         ASN1::copy_to_auto_ptr(singleExtensions, other.singleExtensions.get());
     }
 
     CReqCert reqCert{CReqCert::certificate, CBlob()};
     CCertStatus certStatus;
     CDateTime thisUpdate{0, 0};
-    std::unique_ptr<CDateTime> nextUpdate;
+    std::optional<CDateTime> nextUpdate;
     std::unique_ptr<ASN1::CExtensions> singleExtensions;
 };
 
@@ -58,7 +61,7 @@ CDateTime const& CSingleResponse::get_thisUpdate() const {
 }
 
 CDateTime const* CSingleResponse::get_nextUpdate() const {
-    return impl_->nextUpdate.get();
+    return impl_->nextUpdate ? &*impl_->nextUpdate : nullptr;
 }
 
 ASN1::CExtensions const* CSingleResponse::get_singleExtensions() const {
@@ -66,7 +69,11 @@ ASN1::CExtensions const* CSingleResponse::get_singleExtensions() const {
 }
 
 void CSingleResponse::put_nextUpdate(CDateTime const* nextUpdate) {
-    ASN1::copy_to_auto_ptr(impl_->nextUpdate, nextUpdate);
+    if (nextUpdate != nullptr) {
+        impl_->nextUpdate = *nextUpdate;
+    } else {
+        impl_->nextUpdate.reset();
+    }
 }
 
 void CSingleResponse::put_singleExtensions(ASN1::CExtensions const* singleExtensions) {

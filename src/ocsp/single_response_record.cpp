@@ -29,8 +29,7 @@ void fillASN1T_SingleResponse(ASN1CTXT* ctxt, asn1data::ASN1T_SingleResponse& re
 }
 
 CSingleResponse readASN1T_SignleResponse(asn1data::ASN1T_SingleResponse const& record) {
-    CReqCert reqCert(CReqCert::certificate, CBlob());
-    ASN1T_ReqCert_get(record.reqCert, reqCert);
+    CReqCert reqCert = readASN1T_ReqCert(record.reqCert);
     CCertStatus certStatus;
     ASN1T_CertStatus_traits::get(record.certStatus, certStatus);
     CSingleResponse entry(std::move(reqCert), std::move(certStatus), CDateTime(record.thisUpdate));
