@@ -105,6 +105,37 @@ TEST(MemoryFailure, OfACertificateIsToldAsSuch) {
         expectOutOfMemory);
 }
 
+// A key that is not seen for the first time takes no memory, so each call has another one.
+TEST(MemoryFailure, OfAKeyIsToldAsSuchOrGotRound) {
+    const auto expectNoRefusal = [](DWORD code) { EXPECT_TRUE(code == 0 || code == E_OUTOFMEMORY) << code; };
+    const auto sweepImport = [&](const std::function<PublicKeyInfo(std::size_t)>& next) {
+        std::size_t index = 0;
+        PublicKeyInfo info = next(index);
+        const ALG_ID kind = CertOIDToAlgId(info.identifier.c_str());
+        const Provider provider(MVCAPI_I_CryptGetDefaultCryptProv(kind, 0));
+        sweepMemory(
+            [&] {
+                const CERT_PUBLIC_KEY_INFO view = info.info();
+                test::PublicKey key;
+                const bool isKey = CryptImportPublicKeyInfo(provider, encoding, &view, key.place());
+                const int kept = std::exchange(remaining, never);
+                info = next(++index);
+                remaining = kept;
+                return isKey;
+            },
+            expectNoRefusal);
+    };
+    sweepImport([rsa = PublicKeyInfo(keyOfKind("RSA"))](std::size_t index) {
+        PublicKeyInfo info = rsa;
+        info.bits[20] ^= static_cast<unsigned char>(index);
+        info.bits[21] ^= static_cast<unsigned char>(index >> 8);
+        return info;
+    });
+    sweepImport([](std::size_t) {
+        return PublicKeyInfo(OpensslKey(EVP_PKEY_Q_keygen(nullptr, nullptr, "EC", "P-256"), EVP_PKEY_free));
+    });
+}
+
 TEST(MemoryFailure, NeverMakesEqualNamesUnequal) {
     Octets one = octets("30 0C 31 0A 30 08 06 03 55 04 03 13 01 61");
     Octets other = octets("30 0C 31 0A 30 08 06 03 55 04 03 0C 01 41");

@@ -93,8 +93,8 @@ inline OpensslKey makeDsaKey() {
     return own(key);
 }
 
-// One key of a kind for the whole program: "RSA", "DSA", "P-256", "P-521", "Ed25519", "GOST2001",
-// "GOST2012-256", "GOST2012-512". Null for GOST without the engine.
+// One key of a kind for the whole program: "RSA", "DSA", a curve such as "P-256" or "brainpoolP256r1",
+// "Ed25519", "GOST2001", "GOST2012-256", "GOST2012-512". Null for GOST without the engine.
 inline OpensslKey keyOfKind(const std::string& kind) {
     // Never destroyed: OpenSSL and its engine end before a static object would.
     static auto& keys = *new std::vector<std::pair<std::string, OpensslKey>>;
@@ -107,7 +107,7 @@ inline OpensslKey keyOfKind(const std::string& kind) {
         key = makeDsaKey();
     } else if (kind == "Ed25519") {
         key = own(EVP_PKEY_Q_keygen(nullptr, nullptr, "ED25519"));
-    } else if (kind.starts_with("P-")) {
+    } else if (kind.starts_with("P-") || kind.starts_with("brainpool")) {
         key = own(EVP_PKEY_Q_keygen(nullptr, nullptr, "EC", kind.c_str()));
     } else if (hasGost()) {
         key = makeGostKey(kind == "GOST2001"       ? NID_id_GostR3410_2001
