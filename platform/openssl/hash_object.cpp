@@ -6,7 +6,7 @@ namespace platform {
 
 constinit HandleTable<HashObject> hashObjects{2};
 
-HashObject::HashObject(const HashAlgorithm& algorithm, KeyPointer privateKey)
+HashObject::HashObject(const HashAlgorithm& algorithm, SharedKey privateKey)
     : algorithm_(algorithm),
       size_(static_cast<DWORD>(EVP_MD_get_size(algorithm.digest))),
       privateKey_(std::move(privateKey)),
@@ -52,7 +52,7 @@ DWORD createHash(HCRYPTPROV provider, ALG_ID algorithm, HCRYPTKEY key, DWORD fla
     const HashAlgorithm* const known = Registry::instance().hash(algorithm);
     if (known == nullptr || !context->type->serves(algorithm)) return NTE_BAD_ALGID;
     const ErrorScope scope;
-    *hash = hashObjects.add(std::make_unique<HashObject>(*known, share(context->privateKey.get())));
+    *hash = hashObjects.add(std::make_unique<HashObject>(*known, context->privateKey));
     return success;
 }
 

@@ -7,19 +7,19 @@
 
 #include "answer.h"
 #include "handle_table.h"
+#include "key.h"
 #include "platform/hash.h"
 #include "pointers.h"
-#include "registry.h"
 
 namespace platform {
 
 class HashObject {
   public:
     // `privateKey` may be null. Throws std::bad_alloc.
-    HashObject(const HashAlgorithm& algorithm, KeyPointer privateKey);
+    HashObject(const HashAlgorithm& algorithm, SharedKey privateKey);
 
     const HashAlgorithm& algorithm() const { return algorithm_; }
-    EVP_PKEY* privateKey() const { return privateKey_.get(); }
+    Key* privateKey() const { return privateKey_.get(); }
 
     // In octets.
     DWORD size() const { return size_; }
@@ -33,7 +33,7 @@ class HashObject {
   private:
     const HashAlgorithm& algorithm_;
     const DWORD size_;
-    const KeyPointer privateKey_;
+    const SharedKey privateKey_;
     std::mutex lock_;
     DigestContextPointer digest_;  // null once the value is settled
     std::array<BYTE, EVP_MAX_MD_SIZE> value_;

@@ -9,18 +9,13 @@
 #include <string>
 #include <string_view>
 
-#include "ber_reader.h"
+#include "certificate_fields.h"
 #include "platform/algorithms.h"
 
 namespace platform {
 namespace {
 
 using namespace std::string_view_literals;
-
-constexpr BYTE tagInteger = 0x02;
-constexpr BYTE tagBitString = 0x03;
-constexpr BYTE tagObjectIdentifier = 0x06;
-constexpr BYTE tagSequence = 0x30;
 
 std::string_view textOf(const BYTE* octets, std::size_t count) {
     return {reinterpret_cast<const char*>(octets), count};

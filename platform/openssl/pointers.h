@@ -30,12 +30,6 @@ using ObjectPointer = std::unique_ptr<ASN1_OBJECT, Release<ASN1_OBJECT_free>>;
 using TimePointer = std::unique_ptr<ASN1_TIME, Release<ASN1_TIME_free>>;
 using NamePointer = std::unique_ptr<X509_NAME, Release<X509_NAME_free>>;
 
-// One reference more on a key, which may be null.
-inline KeyPointer share(EVP_PKEY* key) {
-    if (key != nullptr) EVP_PKEY_up_ref(key);
-    return KeyPointer(key);
-}
-
 }  // namespace platform
 
 #endif

@@ -55,7 +55,8 @@ DWORD acquireWithKey(HCRYPTPROV* provider, const char* container, const Provider
     const ALG_ID kind = kindOf(key.get());
     if (type == nullptr) type = firstTypeFor(kind);
     if (type == nullptr || !type->serves(kind)) return NTE_BAD_KEYSET;
-    *provider = providerContexts.add(std::make_unique<ProviderContext>(*type, std::move(key)));
+    auto shared = std::make_shared<Key>(std::move(key), kind, EVP_PKEY_sign_init);
+    *provider = providerContexts.add(std::make_unique<ProviderContext>(*type, std::move(shared)));
     return success;
 }
 

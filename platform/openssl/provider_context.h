@@ -5,17 +5,17 @@
 #include <atomic>
 
 #include "handle_table.h"
-#include "pointers.h"
+#include "key.h"
 #include "registry.h"
 
 namespace platform {
 
 struct ProviderContext {
-    ProviderContext(const ProviderType& providerType, KeyPointer key)
+    ProviderContext(const ProviderType& providerType, SharedKey key)
         : type(&providerType), privateKey(std::move(key)) {}
 
     const ProviderType* const type;
-    const KeyPointer privateKey;           // null without one
+    const SharedKey privateKey;            // null without one
     std::atomic<std::size_t> position{0};  // of the walk through the algorithms
 };
 

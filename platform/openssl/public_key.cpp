@@ -3,6 +3,7 @@
 #include <string>
 
 #include "answer.h"
+#include "certificate_fields.h"
 #include "key_reader.h"
 #include "object_identifiers.h"
 #include "platform/keys.h"
@@ -11,11 +12,9 @@
 
 namespace platform {
 
-constinit HandleTable<PublicKey> publicKeys{3};
+constinit HandleTable<SharedKey> publicKeys{3};
 
 namespace {
-
-constexpr BYTE tagObjectIdentifier = 0x06;
 
 std::string_view textOf(const BYTE* octets, std::size_t count) {
     return {reinterpret_cast<const char*>(octets), count};
@@ -39,17 +38,18 @@ bool hasUnnamedCurve(const CERT_PUBLIC_KEY_INFO& info, ALG_ID kind) {
     return kind == CALG_ECDSA && (parameters.cbData == 0 || parameters.pbData[0] != tagObjectIdentifier);
 }
 
-KeyPointer keyOf(const CERT_PUBLIC_KEY_INFO& info, ALG_ID kind, DWORD& code) {
+SharedKey keyOf(const CERT_PUBLIC_KEY_INFO& info, ALG_ID kind, DWORD& code) {
     const std::string name = cacheName(info, kind);
-    if (KeyPointer known = PublicKeyCache::instance().find(name)) return known;
+    if (SharedKey known = PublicKeyCache::instance().find(name)) return known;
     const FailureScope scope;
     KeyPointer key = hasUnnamedCurve(info, kind) ? nullptr : readKey(info, kind);
     if (key == nullptr) {
         code = scope.code(NTE_BAD_KEY);
-    } else {
-        PublicKeyCache::instance().put(name, key.get());
+        return nullptr;
     }
-    return key;
+    auto made = std::make_shared<Key>(std::move(key), kind, EVP_PKEY_verify_init);
+    PublicKeyCache::instance().put(name, made);
+    return made;
 }
 
 bool isReadable(const CERT_PUBLIC_KEY_INFO& info) {
@@ -67,9 +67,9 @@ DWORD import(HCRYPTPROV provider, DWORD encodingType, const CERT_PUBLIC_KEY_INFO
     const ALG_ID kind = algorithmOf(Kind::key, info->Algorithm.pszObjId);
     if (kind == 0 || !context->type->serves(kind)) return NTE_BAD_ALGID;
     DWORD code = success;
-    KeyPointer key = keyOf(*info, kind, code);
+    SharedKey key = keyOf(*info, kind, code);
     if (key == nullptr) return code;
-    *handle = publicKeys.add(std::make_unique<PublicKey>(PublicKey{kind, std::move(key)}));
+    *handle = publicKeys.add(std::make_unique<SharedKey>(std::move(key)));
     return success;
 }
 

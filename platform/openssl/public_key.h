@@ -3,17 +3,11 @@
 #define MIRVANE_PLATFORM_OPENSSL_PUBLIC_KEY_H
 
 #include "handle_table.h"
-#include "platform/algorithms.h"
-#include "pointers.h"
+#include "key.h"
 
 namespace platform {
 
-struct PublicKey {
-    ALG_ID kind;
-    KeyPointer key;
-};
-
-extern HandleTable<PublicKey> publicKeys;
+extern HandleTable<SharedKey> publicKeys;
 
 }  // namespace platform
 

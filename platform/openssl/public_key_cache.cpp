@@ -8,20 +8,19 @@ PublicKeyCache& PublicKeyCache::instance() {
     return cache;
 }
 
-KeyPointer PublicKeyCache::find(std::string_view octets) {
+SharedKey PublicKeyCache::find(std::string_view octets) {
     Place& place = placeOf(octets);
     const std::lock_guard lock(place.lock);
-    return place.octets == octets ? share(place.key.get()) : nullptr;
+    return place.octets == octets ? place.key : nullptr;
 }
 
-void PublicKeyCache::put(std::string_view octets, EVP_PKEY* key) {
+void PublicKeyCache::put(std::string_view octets, SharedKey key) {
     if (octets.size() > mostOctets) return;
     std::string copy(octets);
-    KeyPointer shared = share(key);
     Place& place = placeOf(octets);
     const std::lock_guard lock(place.lock);
     place.octets.swap(copy);
-    place.key.swap(shared);
+    place.key.swap(key);
 }
 
 }  // namespace platform

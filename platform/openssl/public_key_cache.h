@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "pointers.h"
+#include "key.h"
 
 namespace platform {
 
@@ -20,8 +20,8 @@ class PublicKeyCache {
     static PublicKeyCache& instance();
 
     // Null for octets that are not there.
-    KeyPointer find(std::string_view octets);
-    void put(std::string_view octets, EVP_PKEY* key);
+    SharedKey find(std::string_view octets);
+    void put(std::string_view octets, SharedKey key);
 
   private:
     static constexpr std::size_t places = 128;
@@ -30,7 +30,7 @@ class PublicKeyCache {
     struct Place {
         std::mutex lock;
         std::string octets;
-        KeyPointer key;
+        SharedKey key;
     };
 
     Place& placeOf(std::string_view octets) {
