@@ -27,6 +27,7 @@ void addBenchmark(const std::string& name, const std::function<void()>& work) {
     if (!work) return;
     benchmark::RegisterBenchmark(name.c_str(), [work](benchmark::State& state) {
         try {
+            work();  // what is made at the first time is not meant
             for (auto _ : state)
                 work();
         } catch (const std::exception& failure) {

@@ -106,6 +106,12 @@ class Strangers {
     std::size_t mNext = 0;
 };
 
+// Made when they are first met, since that takes a while.
+Strangers& strangers() {
+    static Strangers all;
+    return all;
+}
+
 // A provider context with the signer's private key, which it reads from a file.
 class PrivateKey {
   public:
@@ -187,10 +193,9 @@ void signBare(const Octets& part) {
 void addSignatureWorks(Works& works) {
     addVerify(works, "verify, signer seen before, 1 entry", smallResponse());
     addVerify(works, "verify, signer seen before, 100 entries", largeResponse(100));
-    const auto strangers = std::make_shared<Strangers>();
     const auto known = std::make_shared<Answer>(smallResponse());
-    works.push_back({"decode and verify, signer seen first", [strangers] { strangers->meetOurs(); },
-                     [strangers] { strangers->meetOpenssl(); }, [known] { verifyBare(*known); }});
+    works.push_back({"decode and verify, signer seen first", [] { strangers().meetOurs(); },
+                     [] { strangers().meetOpenssl(); }, [known] { verifyBare(*known); }});
     const auto responder = std::make_shared<Responder>();
     works.push_back({"build, sign and encode", [responder] { buildOurs(*responder); },
                      [responder] { buildOpenssl(*responder); },

@@ -1,8 +1,10 @@
 // Certificate contexts.
 #include "platform/certificates.h"
 
+#include <array>
+#include <cstddef>
 #include <ctime>
-#include <forward_list>
+#include <memory_resource>
 #include <string>
 #include <vector>
 
@@ -45,13 +47,16 @@ class Certificate : public CERT_CONTEXT {
     bool readExtension(Octets content);
     bool readInfo(Octets content);
     bool readAlgorithmInto(Octets content, CRYPT_ALGORITHM_IDENTIFIER& algorithm);
-    char* keep(std::string text) { return texts_.emplace_front(std::move(text)).data(); }
+    char* keep(const std::string& text);
 
     CERT_INFO info_ = {};
     std::vector<BYTE> octets_;
     std::vector<BYTE> serialNumber_;
     std::vector<CERT_EXTENSION> extensions_;
-    std::forward_list<std::string> texts_;
+    // Of identifiers, 0 behind each. Those of most certificates have room in the object itself.
+    std::array<std::byte, 512> firstTexts_;
+    std::pmr::monotonic_buffer_resource texts_{firstTexts_.data(), firstTexts_.size()};
+    std::string identifier_;
 };
 
 // The octets behind the count of unused bits.
@@ -82,10 +87,16 @@ bool readTime(BerReader& fields, FILETIME& time) {
     return SystemTimeToFileTime(&calendar, &time) != 0;
 }
 
+char* Certificate::keep(const std::string& text) {
+    auto* const kept = static_cast<char*>(texts_.allocate(text.size() + 1, 1));
+    std::copy_n(text.c_str(), text.size() + 1, kept);
+    return kept;
+}
+
 bool Certificate::readAlgorithmInto(Octets content, CRYPT_ALGORITHM_IDENTIFIER& algorithm) {
     AlgorithmFields fields;
     if (!readAlgorithm(content, fields)) return false;
-    algorithm = {keep(std::move(fields.objectIdentifier)), blobOf(fields.parameters)};
+    algorithm = {keep(fields.objectIdentifier), blobOf(fields.parameters)};
     return true;
 }
 
@@ -141,10 +152,9 @@ bool Certificate::readExtension(Octets content) {
     Octets critical;
     if (fields.isNext(tagBoolean)) critical = fields.take(tagBoolean).content;
     const Element value = fields.take(tagOctetString);
-    std::string text;
-    if (!fields.finished() || !readObjectIdentifier(identifier.content, text)) return false;
+    if (!fields.finished() || !readObjectIdentifier(identifier.content, identifier_)) return false;
     const BOOL isCritical = !critical.empty() && critical[0] != 0;
-    extensions_.push_back({keep(std::move(text)), isCritical, blobOf(value.content)});
+    extensions_.push_back({keep(identifier_), isCritical, blobOf(value.content)});
     return true;
 }
 
