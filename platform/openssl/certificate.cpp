@@ -51,12 +51,11 @@ class Certificate : public CERT_CONTEXT {
 
     CERT_INFO info_ = {};
     std::vector<BYTE> octets_;
-    std::vector<BYTE> serialNumber_;
-    std::vector<CERT_EXTENSION> extensions_;
-    // Of identifiers, 0 behind each. Those of most certificates have room in the object itself.
-    std::array<std::byte, 512> firstTexts_;
-    std::pmr::monotonic_buffer_resource texts_{firstTexts_.data(), firstTexts_.size()};
-    std::string identifier_;
+    // For all that the octets do not show as it is told. Most certificates find room in the object itself.
+    std::array<std::byte, 1024> room_;
+    std::pmr::monotonic_buffer_resource memory_{room_.data(), room_.size()};
+    std::pmr::vector<CERT_EXTENSION> extensions_{&memory_};
+    AlgorithmFields algorithm_;  // to read each one into
 };
 
 // The octets behind the count of unused bits.
@@ -88,15 +87,14 @@ bool readTime(BerReader& fields, FILETIME& time) {
 }
 
 char* Certificate::keep(const std::string& text) {
-    auto* const kept = static_cast<char*>(texts_.allocate(text.size() + 1, 1));
+    auto* const kept = static_cast<char*>(memory_.allocate(text.size() + 1, 1));
     std::copy_n(text.c_str(), text.size() + 1, kept);
     return kept;
 }
 
 bool Certificate::readAlgorithmInto(Octets content, CRYPT_ALGORITHM_IDENTIFIER& algorithm) {
-    AlgorithmFields fields;
-    if (!readAlgorithm(content, fields)) return false;
-    algorithm = {keep(fields.objectIdentifier), blobOf(fields.parameters)};
+    if (!readAlgorithm(content, algorithm_)) return false;
+    algorithm = {keep(algorithm_.objectIdentifier), blobOf(algorithm_.parameters)};
     return true;
 }
 
@@ -110,8 +108,9 @@ bool Certificate::readVersion(BerReader& fields) {
 }
 
 bool Certificate::readSerialNumber(Octets content) {
-    serialNumber_.assign(content.rbegin(), content.rend());
-    info_.SerialNumber = blobOf(serialNumber_);
+    auto* const number = static_cast<BYTE*>(memory_.allocate(content.size(), 1));
+    std::reverse_copy(content.begin(), content.end(), number);
+    info_.SerialNumber = blobOf({number, content.size()});
     return !content.empty();
 }
 
@@ -137,6 +136,8 @@ bool Certificate::readExtensions(BerReader& fields) {
     BerReader tagged(fields.take(tagExtensions).content);
     BerReader list(tagged.take(tagSequence).content);
     if (!tagged.finished()) return false;
+    constexpr std::size_t usualExtensions = 12;
+    extensions_.reserve(usualExtensions);
     while (!list.atEnd()) {
         const Element extension = list.take(tagSequence);
         if (list.failed() || !readExtension(extension.content)) return false;
@@ -152,9 +153,10 @@ bool Certificate::readExtension(Octets content) {
     Octets critical;
     if (fields.isNext(tagBoolean)) critical = fields.take(tagBoolean).content;
     const Element value = fields.take(tagOctetString);
-    if (!fields.finished() || !readObjectIdentifier(identifier.content, identifier_)) return false;
+    std::string& text = algorithm_.objectIdentifier;
+    if (!fields.finished() || !readObjectIdentifier(identifier.content, text)) return false;
     const BOOL isCritical = !critical.empty() && critical[0] != 0;
-    extensions_.push_back({keep(identifier_), isCritical, blobOf(value.content)});
+    extensions_.push_back({keep(text), isCritical, blobOf(value.content)});
     return true;
 }
 
@@ -178,9 +180,8 @@ bool Certificate::readInfo(Octets content) {
 DWORD Certificate::read() {
     SignedObject object;
     if (const DWORD code = readSignedObject(octets_, object); code != success) return code;
-    AlgorithmFields outerAlgorithm;
     const bool isCertificate =
-        readAlgorithm(object.algorithm.content, outerAlgorithm) && readInfo(object.toBeSigned.content);
+        readAlgorithm(object.algorithm.content, algorithm_) && readInfo(object.toBeSigned.content);
     return isCertificate ? success : CRYPT_E_ASN1_CORRUPT;
 }
 
