@@ -3,6 +3,7 @@
 #include "ocsp/basic_response.h"
 #include "ocsp/request_message.h"
 #include "ocsp/response_message.h"
+#include "peers.h"
 #include "works.h"
 
 namespace bench {
@@ -10,6 +11,9 @@ namespace {
 
 using namespace Mirvane::PKI::OCSP;
 using Mirvane::CBlob;
+
+constexpr const char* kReadSmall = "decode and read, small response";
+constexpr const char* kReadTypical = "decode and read, typical response";
 
 void readOurs(const CBlob& octets, std::size_t entries) {
     CResponseMessage message;
@@ -70,9 +74,18 @@ void readRequestOpenssl(const Octets& octets) {
 
 }  // namespace
 
+void addPeer(Works& works, const PeerReader& peer) {
+    for (Work& work : works) {
+        const Octets* const response = work.name == kReadSmall     ? &smallResponse()
+                                       : work.name == kReadTypical ? &typicalResponse()
+                                                                   : nullptr;
+        if (response) work.peers.push_back({peer.name, [peer, response] { peer.read(*response); }});
+    }
+}
+
 void addDecodeWorks(Works& works) {
-    addResponse(works, "decode and read, small response", smallResponse(), 1);
-    addResponse(works, "decode and read, typical response", typicalResponse(), 1);
+    addResponse(works, kReadSmall, smallResponse(), 1);
+    addResponse(works, kReadTypical, typicalResponse(), 1);
     addResponse(works, "decode and read, 100 entries", largeResponse(100), 100);
     addResponse(works, "decode and read, 1000 entries", largeResponse(1000), 1000);
     addResponse(works, "decode and read, 10000 entries", largeResponse(10000), 10000);

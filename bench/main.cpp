@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "counting.h"
+#include "peers.h"
 #include "works.h"
 
 namespace {
@@ -20,6 +21,12 @@ bench::Works allWorks() {
     bench::addCertificateWorks(works);
     bench::addSignatureWorks(works);
     bench::addPlatformWorks(works);
+#ifdef MIRVANE_BENCH_GNUTLS
+    bench::addGnutls(works);
+#endif
+#ifdef MIRVANE_BENCH_BOTAN
+    bench::addBotan(works);
+#endif
     return works;
 }
 
@@ -94,6 +101,8 @@ int main(int argc, char** argv) {
         addBenchmark(work.name + "/ours", work.ours);
         addBenchmark(work.name + "/openssl", work.openssl);
         addBenchmark(work.name + "/floor", work.floor);
+        for (const bench::Peer& peer : work.peers)
+            addBenchmark(work.name + "/" + peer.name, peer.work);
     }
     benchmark::RunSpecifiedBenchmarks();
     return 0;

@@ -3,15 +3,12 @@
 #include <openssl/ec.h>
 
 #include <cstdint>
-#include <ctime>
 #include <map>
 
 namespace bench {
 namespace {
 
 constexpr std::uint64_t kFirstSerialNumber = 0x1234567890ABCDEF;
-constexpr std::time_t kThisUpdate = 1767225600;
-constexpr std::time_t kNextUpdate = 1767830400;
 
 void addExtension(X509* certificate, X509* issuer, int type, const char* value) {
     X509V3_CTX context;

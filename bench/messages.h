@@ -3,11 +3,16 @@
 #ifndef MIRVANE_BENCH_MESSAGES_H
 #define MIRVANE_BENCH_MESSAGES_H
 
+#include <ctime>
+
 #include "openssl_objects.h"
 
 namespace bench {
 
 constexpr std::size_t kNonceOctets = 16;
+// Of every answer.
+constexpr std::time_t kThisUpdate = 1767225600;
+constexpr std::time_t kNextUpdate = 1767830400;
 
 // One who signs answers: a P-256 key, and a leaf certificate of it with the usual extensions. What does not
 // exist yet is made.

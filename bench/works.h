@@ -11,14 +11,20 @@
 
 namespace bench {
 
+struct Peer {
+    std::string name;
+    std::function<void()> work;
+};
+
 struct Work {
     std::string name;
     // Each does the work once, from the start to the release of all memory. They throw if it does not come
     // out as it should.
     std::function<void()> ours;
     std::function<void()> openssl;
-    std::function<void()> floor;  // empty where there is no cryptography
-    std::size_t inputOctets = 0;  // what is read, 0 if nothing is
+    std::function<void()> floor;   // empty where there is no cryptography
+    std::size_t inputOctets = 0;   // what is read, 0 if nothing is
+    std::vector<Peer> peers = {};  // other libraries that do it
 };
 
 using Works = std::vector<Work>;
