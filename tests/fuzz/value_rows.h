@@ -11,7 +11,7 @@ namespace fuzz {
 
 struct ValueRow {
     const char* type;
-    void (*run)(const Mirvane::CBlob& received);
+    void (*run)(const char* type, const Mirvane::CBlob& received);
 };
 
 extern const ValueRow kValueRows[];

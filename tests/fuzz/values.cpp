@@ -25,7 +25,7 @@
 #include "fuzz/fields.h"
 #include "fuzz/target.h"
 #include "fuzz/value_rows.h"
-#include "fuzz/well_formed.h"
+#include "fuzz/whole_value.h"
 #include "ocsp/certificate_identifier.h"
 #include "ocsp/ocsp_extensions.h"
 #include "ocsp/responder_id.h"
@@ -45,10 +45,10 @@ constexpr ATL::HRESULT kStated[] = {failure::asn1, failure::invalidArgument, fai
 // A class with `decode(blob)` and a const `encode()`. What decodes encodes, but for a name that is an
 // address: see CGeneralName::decode.
 template <typename Value, bool hasNames = false>
-void value(CBlob const& received) {
+void value(const char* type, CBlob const& received) {
     Value decoded;
     if (!passes([&] { decoded.decode(received); }, kStated)) return;
-    const bool strict = !hasNames && comesBack({received.pbData(), received.cbData()});
+    const bool strict = !hasNames && comesBack(type, {received.pbData(), received.cbData()});
     CBlob first;
     if (!passes([&] { first = decoded.encode(); }, kStated)) {
         require(!strict, "what decodes encodes");
@@ -75,8 +75,8 @@ struct StatusInfo : CPKIStatusInfo {
 };
 
 // A name has a text as well.
-void name(CBlob const& received) {
-    value<CName>(received);
+void name(const char* type, CBlob const& received) {
+    value<CName>(type, received);
     CName decoded;
     if (!passes([&] { decoded.decode(received); })) return;
     passes([&] { read(decoded.toString().c_str()); }, std::array{failure::fromBits(failure::asn1)});
@@ -84,7 +84,7 @@ void name(CBlob const& received) {
 
 // A class around an encoded value, which it takes apart: an extension or an attribute.
 template <typename Holder>
-void holder(CBlob const& received) {
+void holder(const char*, CBlob const& received) {
     passes(
         [&] {
             Holder decoded(received);
@@ -107,7 +107,7 @@ void holder(CBlob const& received) {
 
 // The two that have no public encode(): putting what was read encodes it.
 template <typename Extension>
-void listPointer(CBlob const& received) {
+void listPointer(const char*, CBlob const& received) {
     passes(
         [&] {
             Extension decoded(received);
@@ -181,6 +181,6 @@ const std::size_t kValueRowCount = std::size(kValueRows);
 }  // namespace fuzz
 
 MIRVANE_FUZZ_TARGET(value_classes, 1) {
-    const std::size_t row = input.number() % fuzz::kValueRowCount;
-    fuzz::kValueRows[row].run(input.rest());
+    const fuzz::ValueRow& row = fuzz::kValueRows[input.number() % fuzz::kValueRowCount];
+    row.run(row.type, input.rest());
 }
