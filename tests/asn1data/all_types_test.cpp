@@ -90,29 +90,6 @@ TEST(AllTypes, FreeingGivesBackAllThatACopyTook) {
     }
 }
 
-TEST(AllTypes, EveryPrefixAndManyDamagesOfAValueGiveAStatus) {
-    std::mt19937 random(7);
-    for (std::uint32_t i = 0; i < kAllTypesCount; ++i) {
-        const auto& type = *kAllTypes[i].type;
-        test::LiveContext source;
-        void* record = asn1data::newRecord(source, type);
-        test::RandomRecord(source, i).fill(type, record);
-        const Octets octets = encoded(type, record);
-        if (octets.empty()) continue;
-        for (std::size_t size = 1; size < octets.size(); size += 1 + size / 16) {
-            EXPECT_LE(
-                test::recode(type, Octets(octets.begin(), octets.begin() + static_cast<long>(size))).status,
-                0);
-        }
-        for (int round = 0; round < 40; ++round) {
-            Octets damaged = octets;
-            damaged[random() % damaged.size()] = static_cast<unsigned char>(random());
-            const test::Recoded recoded = test::recode(type, damaged);
-            EXPECT_LE(recoded.status, 0) << kAllTypes[i].name;
-        }
-    }
-}
-
 TEST(AllIdentifiers, AreSortedAndHaveZeroArcsBehindTheirCount) {
     EXPECT_EQ(asn1data::kAllIdentifiersCount, 390u);
     for (std::uint32_t i = 0; i < asn1data::kAllIdentifiersCount; ++i) {

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <set>
 
+#include "damage/damages.h"
 #include "fuzz/mutator.h"
 #include "fuzz/seeds.h"
 #include "fuzz/target.h"
@@ -26,10 +27,11 @@ TEST_P(FuzzTargets, HoldOnTheirSeedsAndOnDamageOfThem) {
     ASSERT_NE(found, seeds.end());
     replay(GetParam(), {}, "nothing");
     for (std::size_t i = 0; i < found->second.size(); ++i) {
-        Octets input = found->second[i];
-        replay(GetParam(), input, "seed " + std::to_string(i));
-        input.resize(input.size() * 3 / 4);
-        replay(GetParam(), input, "three quarters of seed " + std::to_string(i));
+        const std::string origin = "seed " + std::to_string(i);
+        replay(GetParam(), found->second[i], origin);
+        test::eachDamage(found->second[i], {4, 8, 1}, i, [&](const std::string& damage, const Octets& input) {
+            replay(GetParam(), input, origin + ", " + damage);
+        });
     }
 }
 

@@ -195,14 +195,6 @@ inline Response opensslResponse(CBlob const& encoded) {
                     &OCSP_BASICRESP_free);
 }
 
-// The real messages of a kind; none where they are missing.
-inline std::vector<CBlob> vectorBlobs(const std::string& kind, std::size_t most = SIZE_MAX) {
-    std::vector<CBlob> blobs;
-    for (auto const& path : vectorFiles(kind, most))
-        blobs.push_back(blobFrom(readFile(path)));
-    return blobs;
-}
-
 // The basic response inside a received message, nothing if there is none.
 inline CBlob basicResponseInside(CBlob const& received) {
     ocsp::CResponseMessage message;
