@@ -8,11 +8,11 @@
 #include "asn1data/ocsp.h"
 #include "asn1data/x509_certificate.h"
 #include "asn1rt/cursor.h"
-#include "support/recode.h"
+#include "support/nests.h"
 
 namespace {
 
-using test::Octets;
+using test::Nest;
 
 struct Row {
     const char* name;
@@ -138,70 +138,8 @@ TEST(EndOfContents, StaysForTheCommonFormAndIsTakenInTheCmsForm) {
     EXPECT_EQ(cms.position(), 9u);
 }
 
-Octets joined(const Octets& first, const Octets& second) {
-    Octets both = first;
-    both.insert(both.end(), second.begin(), second.end());
-    return both;
-}
-
-Octets wrapped(unsigned char identifier, const Octets& content) {
-    test::Encoder encoder;
-    if (!content.empty()) xe_memcpy(encoder, content.data(), static_cast<std::uint32_t>(content.size()));
-    const ASN1TAG tag = static_cast<ASN1TAG>(identifier & 0xE0) << 24 | (identifier & 0x1F);
-    const int length = xe_tag_len(encoder, tag, static_cast<int>(content.size()));
-    const unsigned char* first = xe_getp(encoder);
-    return Octets(first, first + length);
-}
-
-// Values that hold one of their own kind: one turn puts `value` into the next.
-Octets extensionsAround(const Octets& value) {
-    const Octets attribute = joined(test::octets("06 09 2A 86 48 86 F7 0D 01 09 0E"), wrapped(0x31, value));
-    const Octets octets = wrapped(0x04, wrapped(0x30, wrapped(0x30, attribute)));
-    return wrapped(0x30, wrapped(0x30, joined(test::octets("06 03 55 1D 09"), octets)));
-}
-
-Octets signedDataAround(const Octets& value) {
-    const Octets content = wrapped(0xA0, wrapped(0x04, value));
-    const Octets encapsulated =
-        wrapped(0x30, joined(test::octets("06 09 2A 86 48 86 F7 0D 01 07 02"), content));
-    return wrapped(0x30, joined(joined(test::octets("02 01 03 31 00"), encapsulated), test::octets("31 00")));
-}
-
-Octets messageAround(const Octets& value) {
-    return wrapped(0x30, joined(test::octets("30 09 02 01 02 82 01 61 82 01 62"), wrapped(0xB4, value)));
-}
-
-struct Nest {
-    const char* type;
-    const char* innermost;
-    Octets (*around)(const Octets&);
-    int levelsPerTurn;
-};
-
-const Nest kNests[] = {
-    {"Extensions", "30 08 30 06 06 02 2A 03 04 00", extensionsAround, 6},
-    {"SignedData", "30 14 02 01 03 31 00 30 0B 06 09 2A 86 48 86 F7 0D 01 07 01 31 00", signedDataAround, 3},
-    {"PKIMessage", "30 0F 30 09 02 01 02 82 01 61 82 01 62 B3 02 05 00", messageAround, 2},
-};
-
-Octets nested(const Nest& nest, int turns) {
-    Octets value = test::octets(nest.innermost);
-    while (turns-- > 0)
-        value = nest.around(value);
-    return value;
-}
-
-// The most turns that are still decoded.
-int deepest(const Nest& nest) {
-    const auto& type = test::typeNamed(nest.type);
-    int turns = 0;
-    while (turns < 200 && test::recode(type, nested(nest, turns + 1)).status == RTS_OK)
-        ++turns;
-    return turns;
-}
-
 TEST(Nesting, EndsAtItsBoundWhateverTheSize) {
-    for (const Nest& nest : kNests) {
+    for (const Nest& nest : test::kNests) {
         SCOPED_TRACE(nest.type);
         const auto& type = test::typeNamed(nest.type);
         const int turns = deepest(nest);
@@ -213,19 +151,10 @@ TEST(Nesting, EndsAtItsBoundWhateverTheSize) {
     }
 }
 
-// Decodes, copies, encodes and frees the deepest value that passes.
-void* liveThrough(void* argument) {
+// The deepest value that passes.
+void* liveThroughDeepest(void* argument) {
     const auto& nest = *static_cast<const Nest*>(argument);
-    const auto& type = test::typeNamed(nest.type);
-    const Octets message = nested(nest, deepest(nest));
-    test::Decoder decoder(message);
-    void* record = asn1data::newRecord(decoder, type);
-    EXPECT_EQ(asn1data::decode(decoder, type, record, ASN1EXPL, 0), RTS_OK);
-    test::Encoder encoder;
-    void* copied = asn1data::newRecord(encoder, type);
-    asn1data::copy(encoder, type, record, copied);
-    EXPECT_EQ(asn1data::encode(encoder, type, copied, ASN1EXPL), static_cast<int>(message.size()));
-    asn1data::freeValue(encoder, type, copied);
+    EXPECT_TRUE(test::liveThrough(test::typeNamed(nest.type), nested(nest, deepest(nest))));
     return nullptr;
 }
 
@@ -236,12 +165,12 @@ constexpr std::size_t kSmallStack = 256 * 1024;
 #endif
 
 TEST(Nesting, AtItsBoundFitsASmallStack) {
-    for (const Nest& nest : kNests) {
+    for (const Nest& nest : test::kNests) {
         pthread_attr_t attributes;
         ASSERT_EQ(pthread_attr_init(&attributes), 0);
         ASSERT_EQ(pthread_attr_setstacksize(&attributes, kSmallStack), 0);
         pthread_t thread;
-        ASSERT_EQ(pthread_create(&thread, &attributes, liveThrough, const_cast<Nest*>(&nest)), 0);
+        ASSERT_EQ(pthread_create(&thread, &attributes, liveThroughDeepest, const_cast<Nest*>(&nest)), 0);
         pthread_join(thread, nullptr);
         pthread_attr_destroy(&attributes);
     }
