@@ -365,9 +365,10 @@ void clearRecord(const TypeDescriptor& type, void* record) {
     if (isExtensible(type)) rtDListInit(&member<_Asn1RTDList>(record, type.bodyOffset));
 }
 
-// The value of a field or alternative whose tag, if it has one of its own, has been read with its length. A
-// type of the CMS form takes the end-of-contents that belongs to such a tag, unless the value was a string,
-// which took it itself.
+// The value of a field or alternative whose tag, if it has one of its own, has been read with its length.
+// Under an explicit tag that length is no bound on the value: what is left is read as the next field, which
+// is meant. A type of the CMS form takes the end-of-contents that belongs to such a tag, unless the value was
+// a string, which took it itself.
 int Decoder::decodeTagged(const TypeDescriptor& parent, const FieldDescriptor& field, void* value, int length,
                           const Place& place) {
     const bool implicit = field.tagging == Tagging::Implicit;

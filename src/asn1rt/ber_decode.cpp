@@ -80,7 +80,7 @@ int copyString(ASN1CTXT* ctxt, const Target& target, int length, std::uint32_t* 
     return RTS_OK;
 }
 
-// Arcs of base 128 (X.690, 8.19.2); the last may lack its final octet.
+// Arcs of base 128 (X.690, 8.19.2). The last may lack its final octet, which is meant.
 std::uint32_t readArc(ASN1CTXT* ctxt, std::uint32_t end) {
     std::uint32_t arc = 0;
     while (ctxt->buffer.byteIndex < end) {
