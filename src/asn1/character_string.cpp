@@ -45,6 +45,7 @@ int encodeBmp(ASN1CTXT* ctxt, wchar_t const* text) {
     const std::uint64_t count = std::wcslen(text);
     auto* const units = static_cast<std::uint16_t*>(allocate(ctxt, count * sizeof(std::uint16_t)));
     for (std::uint64_t i = 0; i < count; ++i)
+        // wchar_t is no signed char. NOLINTNEXTLINE(bugprone-signed-char-misuse,cert-str34-c)
         units[i] = static_cast<std::uint16_t>(text[i]);
     const Asn116BitCharString value{static_cast<std::uint32_t>(count), units};
     return xe_16BitCharStr(ctxt, &value, ASN1EXPL, TAG_BMP_STRING);

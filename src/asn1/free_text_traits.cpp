@@ -54,6 +54,7 @@ CLanguageTag languageOf(std::wstring const& text) {
     if (text.empty() || static_cast<std::uint32_t>(text[0]) != tagStart) return CLanguageTagDefaultRead();
     std::string tag;
     for (std::size_t index = 1; index < text.size(); ++index) {
+        // wchar_t is no signed char. NOLINTNEXTLINE(bugprone-signed-char-misuse,cert-str34-c)
         const auto character = static_cast<std::uint32_t>(text[index]);
         if (character == tagEnd) return tag.c_str();
         if ((character & tagBlockMask) != tagBlock) break;

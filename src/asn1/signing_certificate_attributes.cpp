@@ -62,7 +62,7 @@ SigningCertificateAttribute<Certs>& SigningCertificateAttribute<Certs>::operator
     SigningCertificateAttribute const& other) {
     if (this != &other) {
         SigningCertificateAttribute copied(other);
-        CAttrValue::operator=(std::move(copied));
+        CAttrValue::operator=(static_cast<CAttrValue&&>(copied));
         impl_.swap(copied.impl_);
     }
     return *this;

@@ -73,7 +73,7 @@ CAttrSigningTime::~CAttrSigningTime() = default;
 
 CAttrSigningTime& CAttrSigningTime::operator=(CAttrSigningTime const& other) {
     CAttrSigningTime copied(other);
-    CAttrValue::operator=(std::move(copied));
+    CAttrValue::operator=(static_cast<CAttrValue&&>(copied));
     time_.swap(copied.time_);
     return *this;
 }

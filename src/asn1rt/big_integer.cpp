@@ -108,6 +108,7 @@ std::int32_t multiplyAdd(ASN1BigInt* number, std::int32_t used, std::uint32_t fa
 
 int scaleDigits(ASN1CTXT* ctxt, ASN1BigInt* number, std::string_view digits, int radix) {
     std::int32_t sign = 1;
+    // cppcheck-suppress containerOutOfBounds  ; only what is left behind a sign can be empty
     if (digits.front() == '-') {
         sign = -1;
         digits.remove_prefix(1);
@@ -192,6 +193,7 @@ int writeScaled(unsigned char* octets, std::int32_t count, bool minus, int radix
     for (std::int32_t first = 0; first < count;) {
         std::uint32_t chunk = divideBy(octets, count, &first, byteRadix[radix / 2]);
         for (std::uint32_t i = 0; i < chunkSize && (first < count || chunk != 0); ++i) {
+            // cppcheck-suppress zerodivcond  ; a radix is never 0
             digits.prepend(asn1rt::kLowerHexDigits[chunk % static_cast<unsigned>(radix)]);
             chunk /= static_cast<unsigned>(radix);
         }

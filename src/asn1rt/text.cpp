@@ -76,6 +76,7 @@ Asn132BitCharString* makeString(ASN1CTXT* ctxt, const Unit* units, std::size_t c
     if (!data) return nullptr;
     ucs->data = data;
     for (std::size_t i = 0; i < count; ++i) {
+        // wchar_t is no signed char. NOLINTNEXTLINE(bugprone-signed-char-misuse,cert-str34-c)
         const auto character = static_cast<Low>(units[i]);
         if (passes(character, restriction)) data[ucs->nchars++] = character;
     }
@@ -149,6 +150,7 @@ int rtWCSToUTF8(ASN1CTXT*, const wchar_t* wide, std::size_t count, char* utf8, s
     const int limit = static_cast<int>(std::min<std::size_t>(capacity, INT_MAX));
     int written = 0;
     for (std::size_t i = 0; i < count; ++i) {
+        // wchar_t is no signed char. NOLINTNEXTLINE(bugprone-signed-char-misuse,cert-str34-c)
         const auto character = static_cast<std::uint32_t>(wide[i]);
         if (character > kLargestCharacter) return RTS_BAD_UTF8;
         const int size = rtUTF8CharSize(character);

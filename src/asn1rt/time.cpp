@@ -65,6 +65,8 @@ ASN1CTime::ASN1CTime(const ASN1CTime& other) : ASN1CType(other), timeStr(&ownStr
         throw ASN1MessageBuffer::RTLError(status);
 }
 
+// What timeStr points at belongs to this object, whose text changes and not its place.
+// cppcheck-suppress operatorEqVarError
 ASN1CTime& ASN1CTime::operator=(const ASN1CTime& other) {
     if (this == &other) return *this;
     if (const int status = storeText(viewOf(*other.timeStr)); status != RTS_OK)
@@ -147,7 +149,7 @@ std::time_t ASN1CTime::getTime() {
     local.tm_hour = hour;
     local.tm_min = minute;
     local.tm_sec = second;
-    return std::mktime(&local) + diffHour * 3600 + diffMinute * 60;
+    return std::mktime(&local) + std::time_t{diffHour} * 3600 + std::time_t{diffMinute} * 60;
 }
 
 int ASN1CTime::setField(std::int16_t ASN1CTime::*field, int value, int lowest, int highest) {

@@ -69,7 +69,8 @@ CBlob& CBlob::operator=(CBlob const& other) {
 }
 
 CBlob& CBlob::operator=(CBlob&& other) noexcept {
-    CBlob(std::move(other)).swap(*this);
+    CBlob taken(std::move(other));
+    swap(taken);
     return *this;
 }
 

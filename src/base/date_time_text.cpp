@@ -29,6 +29,8 @@ struct Tail {
 CDateTimeSpan readOffset(char const* text) {
     int hours = 0;
     int minutes = 0;
+    // Two digits always fit.
+    // NOLINTNEXTLINE(cert-err34-c)
     if (std::sscanf(text, "%2d:%2d", &hours, &minutes) != 2 || hours < 0 || minutes < 0) {
         failure::raise(failure::invalidTime);
     }
@@ -86,13 +88,16 @@ CStringProxy toXsdDateTimeString(CDateTime const& value) {
 CDateTime fromXsdDateTimeString(char const* text) {
     if (text == nullptr) failure::raise(failure::invalidArgument);
     int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0, length = 0;
+    // So many digits always fit.
+    // NOLINTNEXTLINE(cert-err34-c)
     if (std::sscanf(text, "%4d-%2d-%2dT%2d:%2d:%2d%n", &year, &month, &day, &hour, &minute, &second,
                     &length) != 6) {
         failure::raise(failure::invalidTime);
     }
     const Tail tail = readTail(text + length);
     char digits[64];
-    std::snprintf(digits, sizeof digits, "%04d%02d%02d%02d%02d%02d", year, month, day, hour, minute, second);
+    static_cast<void>(std::snprintf(digits, sizeof digits, "%04d%02d%02d%02d%02d%02d", year, month, day, hour,
+                                    minute, second));
     CDateTime date((digits + tail.fraction).c_str());
     if (tail.zone.isBehindUtc) {
         date += tail.zone.offset;

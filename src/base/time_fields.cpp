@@ -67,6 +67,7 @@ std::tm toTm(_SYSTEMTIME const& time) {
 _SYSTEMTIME fieldsForText(CDateTime const& date) {
     const _FILETIME fileTime = date.getFileTime();
     _SYSTEMTIME fields{};
+    // cppcheck-suppress rethrowNoCurrentException  ; meant, see the header
     if (FileTimeToSystemTime(&fileTime, &fields) == 0) throw;
     return fields;
 }

@@ -92,7 +92,7 @@ CCertID::CCertID(ASN1::CAlgorithmIdentifierEx const& hashAlgorithm, CBlob const&
     // The issuer's comes first, so that of two faults its own is told.
     const ATL2::CCertContext issuer = parsedCertificate(issuerCertificate);
     const ATL2::CCertContext subject = parsedCertificate(certificate);
-    hashAlgorithm_ = hashAlgorithm;
+    hashAlgorithm_ = static_cast<ASN1::CAlgorithmIdentifier const&>(hashAlgorithm);
     // MakeHash throws the code that an unknown algorithm has left behind, so nothing may come in between.
     const CBlob key = copyOf(issuer.Info().SubjectPublicKeyInfo.PublicKey);
     issuerKeyHash_ = MakeHash(0, hashAlgorithm.get_algId(), key, nullptr);

@@ -10,6 +10,7 @@ namespace asn1gen {
 // whole model.
 std::vector<GeneratedFile> compile(const std::deque<SourceFile>& sources, Diagnostics& diagnostics) {
     std::vector<syntax::File> files;
+    files.reserve(sources.size());
     for (const SourceFile& source : sources)
         files.push_back(parse(source, diagnostics));
     Model model = buildModel(files, diagnostics);

@@ -75,7 +75,7 @@ std::string functionName(const Type& type) {
 
 std::string hexTag(std::uint32_t tag) {
     char text[16];
-    std::snprintf(text, sizeof text, "0x%08X", static_cast<unsigned>(tag));
+    static_cast<void>(std::snprintf(text, sizeof text, "0x%08X", static_cast<unsigned>(tag)));
     return text;
 }
 

@@ -133,7 +133,7 @@ class FileEmitter {
     std::string guard() const {
         std::string guard = mFile.source->stem();
         for (char& c : guard)
-            c = std::isalnum(static_cast<unsigned char>(c)) ? std::toupper(c) : '_';
+            c = std::isalnum(static_cast<unsigned char>(c)) ? static_cast<char>(std::toupper(c)) : '_';
         return guard;
     }
 

@@ -19,7 +19,7 @@ constexpr std::string_view kPemMark = "-----BEGIN ";
 
 struct FileCloser {
     void operator()(std::FILE* file) const {
-        if (file != stdin) std::fclose(file);
+        if (file != stdin) static_cast<void>(std::fclose(file));
     }
 };
 struct BioFree {

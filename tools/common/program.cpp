@@ -14,7 +14,10 @@ void complain(CLI::App const& app, std::string const& text) {
     fmt::print(stderr, "{}: {}\n", app.get_name(), printable(text));
 }
 
-int run(CLI::App& app, int argc, char** argv) {
+int run(Program const& program, int argc, char** argv) {
+    CLI::App app(program.purpose, program.name);
+    for (const auto addCommand : program.commands)
+        addCommand(app);
     const std::string version = app.get_name() + " " MIRVANE_VERSION;
     app.set_version_flag("--version", version);
     for (CLI::App* command : app.get_subcommands({}))

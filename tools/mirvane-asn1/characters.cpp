@@ -104,7 +104,7 @@ Characters fromAscii(std::string_view octets) {
     Characters result{.points = {}, .ofOctets = true};
     for (char character : octets) {
         const auto octet = static_cast<unsigned char>(character);
-        result.points += octet < 0x80 ? octet : kBadOctet + octet;
+        result.points.push_back(octet < 0x80 ? octet : kBadOctet + octet);
     }
     return result;
 }
@@ -114,10 +114,10 @@ Characters fromUtf8(std::string_view octets) {
     while (!octets.empty()) {
         std::size_t length = 0;
         if (const auto point = readUtf8(octets, &length)) {
-            result.points += *point;
+            result.points.push_back(*point);
             octets.remove_prefix(length);
         } else {
-            result.points += kBadOctet + static_cast<unsigned char>(octets.front());
+            result.points.push_back(kBadOctet + static_cast<unsigned char>(octets.front()));
             octets.remove_prefix(1);
         }
     }
@@ -128,11 +128,10 @@ Characters fromUtf16(std::span<const std::uint16_t> units) {
     Characters result;
     for (std::size_t i = 0; i < units.size(); ++i) {
         if (i + 1 < units.size() && isHighSurrogate(units[i]) && isLowSurrogate(units[i + 1])) {
-            result.points +=
-                0x10000 + (char32_t{units[i]} - 0xD800) * 0x400 + (char32_t{units[i + 1]} - 0xDC00);
+            result.points.push_back(0x10000U + ((units[i] & 0x3FFU) << 10 | (units[i + 1] & 0x3FFU)));
             ++i;
         } else {
-            result.points += units[i];
+            result.points.push_back(units[i]);
         }
     }
     return result;
@@ -141,7 +140,7 @@ Characters fromUtf16(std::span<const std::uint16_t> units) {
 Characters fromUtf32(std::span<const std::uint32_t> units) {
     Characters result;
     for (std::uint32_t unit : units)
-        result.points += unit;
+        result.points.push_back(unit);
     return result;
 }
 

@@ -40,7 +40,7 @@ std::string boolean(const BooleanValue& value) {
 }
 
 std::string time(const TimeValue& value) {
-    const std::string text = quoted(fromAscii(value.text));
+    std::string text = quoted(fromAscii(value.text));
     const auto point = pointInTime(value);
     if (!point) return text;
     const std::string shown = fmt::format("{} {} UTC", point->date, point->time);

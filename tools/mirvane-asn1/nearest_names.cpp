@@ -63,6 +63,7 @@ std::string hint(std::string_view wanted, const std::vector<std::string_view>& n
     std::ranges::sort(candidates);
     candidates.resize(std::min(candidates.size(), kMostHints));
     std::vector<std::string_view> nearest;
+    nearest.reserve(candidates.size());
     for (const Candidate& candidate : candidates)
         nearest.push_back(candidate.name);
     return fmt::format("; nearest: {}", fmt::join(nearest, ", "));

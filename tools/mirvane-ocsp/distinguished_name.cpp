@@ -65,7 +65,7 @@ CBlob parseDistinguishedName(std::string const& text) {
     }
     unsigned char* encoded = nullptr;
     const int length = i2d_X509_NAME(name.get(), &encoded);
-    const CBlob result(encoded, length > 0 ? static_cast<unsigned long>(length) : 0);
+    CBlob result(encoded, length > 0 ? static_cast<unsigned long>(length) : 0);
     OPENSSL_free(encoded);
     return result;
 }

@@ -6,10 +6,8 @@
 #include "verify.h"
 
 int main(int argc, char** argv) {
-    CLI::App app("Ask for, give, check and show certificate status with OCSP (RFC 6960).", "mirvane-ocsp");
-    addRequestCommand(app);
-    addRespondCommand(app);
-    addVerifyCommand(app);
-    addShowCommand(app);
-    return tools::run(app, argc, argv);
+    return tools::run({"mirvane-ocsp",
+                       "Ask for, give, check and show certificate status with OCSP (RFC 6960).",
+                       {addRequestCommand, addRespondCommand, addVerifyCommand, addShowCommand}},
+                      argc, argv);
 }

@@ -2,10 +2,10 @@
 #ifndef MIRVANE_TOOLS_MIRVANE_OCSP_MESSAGE_H
 #define MIRVANE_TOOLS_MIRVANE_OCSP_MESSAGE_H
 
+#include <fmt/format.h>
 #include <CLI/CLI.hpp>
 
 #include <cstddef>
-#include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
@@ -56,9 +56,7 @@ auto explained(std::string const& source, std::string const& problem, Work work)
     try {
         return work();
     } catch (ATL::CAtlException const& failure) {
-        char code[16];
-        std::snprintf(code, sizeof code, "%08X", static_cast<unsigned>(failure.m_hr));
-        throw InputError(source, problem + " (0x" + code + ")");
+        throw InputError(source, fmt::format("{} (0x{:08X})", problem, static_cast<unsigned>(failure.m_hr)));
     }
 }
 

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 
 #include "common/input.h"
 #include "common/printable.h"
@@ -31,7 +30,7 @@ std::optional<std::string> askAtTerminal(std::string const& container) {
     const std::string prompt = "Passphrase for " + printable(container) + ": ";
     char text[kMostOctets] = {};
     const bool isRead = EVP_read_pw_string(text, sizeof text, prompt.c_str(), 0) == 0;
-    const std::optional<std::string> result = isRead ? std::optional<std::string>(text) : std::nullopt;
+    std::optional<std::string> result = isRead ? std::optional<std::string>(text) : std::nullopt;
     OPENSSL_cleanse(text, sizeof text);
     return result;
 }
@@ -45,7 +44,7 @@ std::string firstLine(std::string const& path) {
 std::string read(std::string const& source) {
     const auto colon = source.find(':');
     const std::string kind = source.substr(0, colon);
-    const std::string rest = colon == std::string::npos ? "" : source.substr(colon + 1);
+    std::string rest = colon == std::string::npos ? "" : source.substr(colon + 1);
     if (kind == "pass" && colon != std::string::npos) return rest;
     if (kind == "file") return firstLine(rest);
     const char* const value = kind == "env" ? std::getenv(rest.c_str()) : nullptr;
@@ -75,7 +74,9 @@ PassphraseSource::PassphraseSource(std::string const& source) {
 
 PassphraseSource::~PassphraseSource() {
     MVCAPI_I_SetPassphraseCallback(nullptr, nullptr);
-    if (passphrase_) OPENSSL_cleanse(passphrase_->data(), passphrase_->size());
+    if (!passphrase_) return;
+    std::string& octets = *passphrase_;
+    OPENSSL_cleanse(octets.data(), octets.size());
 }
 
 int PassphraseSource::answer(void* source, const char* container, char* passphrase, int capacity) {
@@ -83,8 +84,7 @@ int PassphraseSource::answer(void* source, const char* container, char* passphra
     if (!self.isAsked_ && !self.passphrase_) self.passphrase_ = askAtTerminal(container);
     self.isAsked_ = true;
     if (!self.passphrase_ || self.passphrase_->size() > static_cast<std::size_t>(capacity)) return -1;
-    std::memcpy(passphrase, self.passphrase_->data(), self.passphrase_->size());
-    return static_cast<int>(self.passphrase_->size());
+    return static_cast<int>(self.passphrase_->copy(passphrase, self.passphrase_->size()));
 }
 
 }  // namespace tools

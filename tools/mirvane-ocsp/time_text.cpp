@@ -93,7 +93,7 @@ std::string timeText(CDateTime const& time) {
     }
     std::string text = Mirvane::toXsdDateTimeString(time).c_str();
     if (time.microsecond() == 0) return text;
-    text = text.substr(0, 19);
+    text.resize(19);
     return fmt::format("{}.{:03}{:03}Z", text, time.millisecond(), time.microsecond());
 }
 
