@@ -17,7 +17,7 @@
 //
 // Distinct objects may be used from distinct threads; one object belongs to one thread while it is changed.
 // Failures are ATL::CAtlException. "Last error" is the code of the platform's refusal by the rule of
-// base/last_error.h: 0x80070057 from the library's own platform.
+// base/exception.h: 0x80070057 from the library's own platform.
 #ifndef MIRVANE_BASE_DATE_TIME_H
 #define MIRVANE_BASE_DATE_TIME_H
 

@@ -1,8 +1,9 @@
 // The library's one failure type, and the codes that it is thrown with.
 //
-// A code is 32 bits in the form of an HRESULT and all that a failure carries. Codes that the platform's
-// last-error slot gave may be any: see base/last_error.h. An allocation failure of the standard library
-// passes through as it is.
+// A code is 32 bits in the form of an HRESULT and all that a failure carries. Where "the last error" is
+// thrown, it is what the platform's last-error slot holds: a code as it stands, and a system error number
+// above 0 as its low 16 bits under 0x80070000. It may be any, even 0. An allocation failure of the standard
+// library passes through as it is.
 #ifndef MIRVANE_BASE_EXCEPTION_H
 #define MIRVANE_BASE_EXCEPTION_H
 

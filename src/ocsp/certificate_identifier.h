@@ -4,7 +4,7 @@
 //
 // Both are plain values, and no field is ever checked: neither the length of a hash nor what is in a name.
 // Distinct objects may be used from distinct threads; one object belongs to one thread while it is changed.
-// Failures are ATL::CAtlException; a last-error code is one by the rule of base/last_error.h.
+// Failures are ATL::CAtlException; a last-error code is one by the rule of base/exception.h.
 //
 //     ASN1::CAlgorithmIdentifierEx sha256;
 //     sha256.put_algorithm("2.16.840.1.101.3.4.2.1");

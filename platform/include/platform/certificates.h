@@ -105,9 +105,10 @@ MIRVANE_PLATFORM_API BOOL CryptEncodeObject(DWORD encodingType, const char* stru
                                             const void* structure, BYTE* encoded, DWORD* length);
 
 // Hashes the to-be-signed part of a signed object, a certificate, as it stands, with the hash of the
-// algorithm beside the signature; for RSASSA-PSS that is the hash of its parameters. `provider` is 0.
-// `length` as above. The codes of CertCreateCertificateContext; NTE_BAD_ALGID for a signature without a hash
-// of its own and for one that is not known or not installed; ERROR_MORE_DATA.
+// algorithm beside the signature; for RSASSA-PSS that is the hash of its parameters. `provider` is 0 or
+// a live handle, which is not used (NTE_BAD_UID for another). `length` as above. The codes of
+// CertCreateCertificateContext; NTE_BAD_ALGID for a signature without a hash of its own and for one that is
+// not known or not installed; ERROR_MORE_DATA.
 MIRVANE_PLATFORM_API BOOL CryptHashToBeSigned(HCRYPTPROV provider, DWORD encodingType, const BYTE* encoded,
                                               DWORD encodedLength, BYTE* hash, DWORD* length);
 
