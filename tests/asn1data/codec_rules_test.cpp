@@ -4,11 +4,14 @@
 
 #include <string>
 
+#include "asn1data/cms.h"
 #include "asn1data/constraint.h"
 #include "asn1data/ocsp.h"
 #include "asn1data/x509_certificate.h"
 #include "asn1rt/cursor.h"
+#include "support/allocation.h"
 #include "support/nests.h"
+#include "support/recode.h"
 
 namespace {
 
@@ -136,6 +139,23 @@ TEST(EndOfContents, StaysForTheCommonFormAndIsTakenInTheCmsForm) {
     asn1data::ASN1T_IssuerAndSerialNumber issuer;
     EXPECT_EQ(asn1data::asn1D_IssuerAndSerialNumber(cms, &issuer, ASN1EXPL, 0), RTS_OK);
     EXPECT_EQ(cms.position(), 9u);
+
+    test::Decoder chosen("30 80 30 00 02 01 05 00 00");
+    asn1data::ASN1T_SignerIdentifier signer;
+    EXPECT_EQ(asn1data::asn1D_SignerIdentifier(chosen, &signer, ASN1EXPL, 0), RTS_OK);
+    EXPECT_EQ(chosen.position(), 9u);
+}
+
+TEST(UnknownElements, AreFreedWithTheirRecord) {
+    const auto& type = test::typeNamed("Gost28147_89_BlobParameters");
+    test::CountedAllocations memory;
+    test::Decoder decoder("30 09 06 02 2A 03 05 00 02 01 07");
+    void* record = asn1data::newRecord(decoder, type);
+    const int before = memory.alive();
+    ASSERT_EQ(asn1data::decode(decoder, type, record, ASN1EXPL, 0), RTS_OK);
+    EXPECT_GT(memory.alive(), before);
+    asn1data::freeValue(decoder, type, record);
+    EXPECT_EQ(memory.alive(), before);
 }
 
 TEST(Nesting, EndsAtItsBoundWhateverTheSize) {

@@ -72,6 +72,12 @@ TEST(Objects, OfNullTypeShowThatTheyWereRead) {
     ASN1CType* control = algorithm->constructASN1CType(buffer, object.decoded);
     EXPECT_EQ(control->Encode(), 2);
     algorithm->destructASN1CType(control);
+    Asn1TObject copied;
+    EXPECT_EQ(algorithm->copyType(decoder, object, copied), copied.decoded);
+    test::Encoder encoder;
+    EXPECT_EQ(algorithm->encodeBERType(encoder, copied), 2);
+    algorithm->freeType(decoder, copied);
+    EXPECT_EQ(copied.decoded, nullptr);
 }
 
 TEST(Objects, ConstructControlsThatLeaveTheRecordAsItWas) {
@@ -115,7 +121,7 @@ TEST(TableStep, KeepsRawOctetsAndRecordInAgreement) {
     EXPECT_EQ(static_cast<ASN1T_BasicConstraintsSyntax*>(extension.extnValueObject.decoded)->cA, 0xFF);
 }
 
-TEST(TableStep, EachOfSeveralValuesIsResolved) {
+TEST(TableStep, EachOfSeveralValuesIsResolvedAndWrittenAnew) {
     test::Decoder decoder(
         "30 2D 06 09 2A 86 48 86 F7 0D 01 09 05 31 20 17 0D 32 34 30 31 30 31 30 30 30 30 30 30 5A 18 0F 32 "
         "30 32 35 30 31 30 31 "
@@ -129,6 +135,10 @@ TEST(TableStep, EachOfSeveralValuesIsResolved) {
     ASSERT_NE(second->decoded, nullptr);
     EXPECT_EQ(static_cast<ASN1T_Time*>(first->decoded)->t, 1u);
     EXPECT_EQ(static_cast<ASN1T_Time*>(second->decoded)->t, 2u);
+
+    static_cast<ASN1T_Time*>(first->decoded)->u.utcTime = "250101000000Z";
+    EXPECT_EQ(asn1ETC_Attribute(decoder, &attribute), RTS_OK);
+    EXPECT_EQ(test::text(first->data, first->numocts), "17 0D 32 35 30 31 30 31 30 30 30 30 30 30 5A");
 }
 
 }  // namespace
