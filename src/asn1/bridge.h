@@ -92,14 +92,13 @@ void asn1Decode(CBlob const& blob, Value& value) {
     });
 }
 
-// The encoded form of a record, which stays as it is.
+// The encoded form of a record, which stays as it is: a control is bound to records that may change, but
+// encoding only reads them.
 template <typename Traits>
 CBlob asn1EncodeT(typename Traits::ASN1_T const& record) {
     return road::run([&] {
         ASN1BEREncodeBuffer output;
-        typename Traits::ASN1_T copied{};
-        Traits::copy(output.getCtxtPtr(), record, copied);
-        return road::encode<Traits>(output, copied);
+        return road::encode<Traits>(output, const_cast<typename Traits::ASN1_T&>(record));
     });
 }
 

@@ -106,10 +106,11 @@ struct TableConstraint {
 struct TypeDescriptor {
     const char* name;
     Kind kind;
-    bool setOf = false;      // List, Array: encoded in DER order under tag 17
-    bool cmsEnd = false;     // consumes end-of-contents octets, its own and its fields'
-    bool hasBounds = false;  // lowerBound and upperBound are tested
-    bool endsOnly = false;   // of the sizes within the bounds only the bounds themselves pass
+    bool setOf = false;        // List, Array: encoded in DER order under tag 17
+    bool cmsEnd = false;       // consumes end-of-contents octets, its own and its fields'
+    bool hasBounds = false;    // lowerBound and upperBound are tested
+    bool endsOnly = false;     // of the sizes within the bounds only the bounds themselves pass
+    bool hasDefaults = false;  // Sequence, Set: of a field
     ASN1TAG tag =
         kNoTag;  // universal tag with the constructed bit; kNoTag for CHOICE, open types and RawContent
     ASN1TAG outerTag = kNoTag;  // explicit tag of a tagged CHOICE type

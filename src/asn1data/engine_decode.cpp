@@ -359,7 +359,7 @@ void setDefault(const FieldDescriptor& field, void* value) {
 // What is left out must not show what the record held before.
 void clearRecord(const TypeDescriptor& type, void* record) {
     setPresenceBits(type, record, 0);
-    for (std::uint32_t i = 0; i < type.fieldCount; ++i) {
+    for (std::uint32_t i = 0; type.hasDefaults && i < type.fieldCount; ++i) {
         if (hasDefault(type.fields[i])) setDefault(type.fields[i], memberAt(record, type.fields[i].offset));
     }
     if (isExtensible(type)) rtDListInit(&member<_Asn1RTDList>(record, type.bodyOffset));

@@ -4,9 +4,11 @@
 namespace asn1data {
 
 const ObjectEntry* findObject(const ObjectSet& objects, const ASN1OBJID& id) {
-    if (id.numids == 0) return nullptr;
+    if (id.numids == 0 || id.numids > ASN1_K_MAXSUBIDS) return nullptr;
+    // Most of the others differ in their last arc.
+    const std::uint32_t last = id.numids - 1;
     for (const ObjectEntry* entry = objects.entries; entry != objects.entries + objects.count; ++entry) {
-        if (*entry->id == id) return entry;
+        if (entry->id->subid[last] == id.subid[last] && *entry->id == id) return entry;
     }
     return nullptr;
 }

@@ -1,4 +1,5 @@
 // The decoder's tags, lengths and steps over elements.
+#include <algorithm>
 #include <cstring>
 
 #include "asn1rt/ber_decode.h"
@@ -31,6 +32,11 @@ int readLongTagNumber(ASN1CTXT* ctxt, std::uint32_t* number) {
     return RTS_OK;
 }
 
+// Whether the next two octets are there, and the second is a whole length.
+bool hasShortLength(const ASN1CTXT* ctxt) {
+    return room(ctxt) >= 2 && asn1rt::cursor(ctxt)[1] < 0x80;
+}
+
 // A length octet below 0x80 is taken as it is: the next read finds one that passes the end.
 int readLength(ASN1CTXT* ctxt, int* length) {
     if (room(ctxt) == 0) return RTS_END_OF_BUFFER;
@@ -49,6 +55,22 @@ int readTagAndLength(ASN1CTXT* ctxt, ASN1TAG* tag, int* length) {
     if (readLengthValue == ASN1_INDEFLEN && !(readTag & TM_CONSTRUCTED)) return RTS_BAD_LENGTH;
     *tag = readTag;
     *length = readLengthValue;
+    return RTS_OK;
+}
+
+// xd_match1 for all forms of a length, and all failures.
+[[gnu::noinline]] int matchSlowly(ASN1CTXT* ctxt, unsigned char identifier, int* length) {
+    if (room(ctxt) == 0) return asn1rt::record(ctxt, RTS_END_OF_BUFFER);
+    const unsigned char octet = *asn1rt::cursor(ctxt);
+    if (((octet ^ identifier) & ~0x20) != 0) return asn1rt::record(ctxt, RTS_TAG_MISMATCH);
+    ++ctxt->buffer.byteIndex;
+    asn1rt::setConstructed(ctxt, (octet & 0x20) != 0);
+    int read = 0;
+    if (int status = readLength(ctxt, &read); status != RTS_OK) return asn1rt::record(ctxt, status);
+    if (!length)
+        return RTS_OK;  // the indefinite form included: a caller that asks for no length has no use for it
+    if (read == ASN1_INDEFLEN && !(octet & 0x20)) return asn1rt::record(ctxt, RTS_BAD_LENGTH);
+    *length = read;
     return RTS_OK;
 }
 
@@ -187,10 +209,10 @@ int xd_len(ASN1CTXT* ctxt, int* length) {
         const int octets = first & 0x7F;
         if (octets > 4) return asn1rt::record(ctxt, RTS_BAD_LENGTH);
         value = 0;
-        for (int i = 0; i < octets; ++i) {
-            if (room(ctxt) == 0) return asn1rt::record(ctxt, RTS_END_OF_BUFFER);
+        const std::uint32_t here = std::min(room(ctxt), static_cast<std::uint32_t>(octets));
+        for (std::uint32_t i = 0; i < here; ++i)
             value = value << 8 | ctxt->buffer.data[ctxt->buffer.byteIndex++];
-        }
+        if (here < static_cast<std::uint32_t>(octets)) return asn1rt::record(ctxt, RTS_END_OF_BUFFER);
         // Four octets that happen to be the pattern of ASN1_INDEFLEN count as indefinite, and always have.
         if (value == static_cast<std::uint32_t>(ASN1_INDEFLEN)) {
             *length = ASN1_INDEFLEN;
@@ -239,18 +261,13 @@ int xd_match(ASN1CTXT* ctxt, ASN1TAG tag, int* length, int flags) {
 }
 
 int xd_match1(ASN1CTXT* ctxt, unsigned char identifier, int* length) {
-    if (room(ctxt) == 0) return asn1rt::record(ctxt, RTS_END_OF_BUFFER);
-    const unsigned char octet = *asn1rt::cursor(ctxt);
-    if (((octet ^ identifier) & ~0x20) != 0) return asn1rt::record(ctxt, RTS_TAG_MISMATCH);
-    ++ctxt->buffer.byteIndex;
-    asn1rt::setConstructed(ctxt, (octet & 0x20) != 0);
-    int read = 0;
-    if (int status = readLength(ctxt, &read); status != RTS_OK) return asn1rt::record(ctxt, status);
-    if (!length)
-        return RTS_OK;  // the indefinite form included: a caller that asks for no length has no use for it
-    if (read == ASN1_INDEFLEN && !(octet & 0x20)) return asn1rt::record(ctxt, RTS_BAD_LENGTH);
-    *length = read;
-    return RTS_OK;
+    if (hasShortLength(ctxt) && ((*asn1rt::cursor(ctxt) ^ identifier) & ~0x20) == 0) {
+        asn1rt::setConstructed(ctxt, (*asn1rt::cursor(ctxt) & 0x20) != 0);
+        if (length) *length = asn1rt::cursor(ctxt)[1];
+        ctxt->buffer.byteIndex += 2;
+        return RTS_OK;
+    }
+    return matchSlowly(ctxt, identifier, length);
 }
 
 int xd_NextElement(ASN1CTXT* ctxt) {

@@ -23,6 +23,10 @@ int digitCount(std::uint32_t number) {
 int formatPiece(const ASN1OBJID* oid, std::uint32_t index, char* piece) {
     char* digits = piece;
     if (index > 0) *digits++ = '.';
+    if (oid->subid[index] < 10) {  // most are
+        *digits++ = static_cast<char>('0' + oid->subid[index]);
+        return static_cast<int>(digits - piece);
+    }
     return static_cast<int>(std::to_chars(digits, piece + kLongestPiece, oid->subid[index]).ptr - piece);
 }
 

@@ -61,8 +61,6 @@ MIRVANE_API int rtCmpOIDValue(ASN1CTXT* ctxt, const ASN1OBJID* left, const ASN1O
 inline bool operator==(const ASN1OBJID& left, const ASN1OBJID& right) {
     if (left.numids != right.numids) return false;
     const std::uint32_t arcs = std::min<std::uint32_t>(left.numids, ASN1_K_MAXSUBIDS);
-    // Identifiers that are looked up mostly differ in their last arc.
-    if (arcs > 0 && left.subid[arcs - 1] != right.subid[arcs - 1]) return false;
     return std::memcmp(left.subid, right.subid, arcs * sizeof(left.subid[0])) == 0;
 }
 

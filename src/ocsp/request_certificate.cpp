@@ -172,15 +172,6 @@ typename Traits::ASN1_T* decoded(ASN1CTXT* ctxt, CBlob const& encoded) {
     return record;
 }
 
-// Unlike asn1EncodeT without a copy of the record, which belongs to a message that is read once.
-template <typename Traits>
-CBlob encoded(typename Traits::ASN1_T& record) {
-    return ASN1::road::run([&] {
-        ASN1BEREncodeBuffer buffer;
-        return ASN1::road::encode<Traits>(buffer, record);
-    });
-}
-
 }  // namespace
 
 void ASN1T_FullCertificate_set(ASN1CTXT* ctxt, asn1data::ASN1T_FullCertificate& record,
@@ -198,10 +189,10 @@ void ASN1T_FullCertificate_get(asn1data::ASN1T_FullCertificate const& record,
                                CReqCert::fullCertificateType& type, CBlob& fullCert) {
     if (record.t == asn1data::T_FullCertificate_attributeCertificate) {
         type = CReqCert::attributeCertificate;
-        fullCert = encoded<AttributeCertificateRecord>(*record.u.attributeCertificate);
+        fullCert = ASN1::asn1EncodeT<AttributeCertificateRecord>(*record.u.attributeCertificate);
     } else if (record.t == asn1data::T_FullCertificate_certificate) {
         type = CReqCert::certificate;
-        fullCert = encoded<CertificateRecord>(*record.u.certificate);
+        fullCert = ASN1::asn1EncodeT<CertificateRecord>(*record.u.certificate);
     } else {
         failure::raise(failure::asn1);
     }

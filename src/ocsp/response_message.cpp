@@ -3,6 +3,7 @@
 #include <string>
 
 #include "asn1/choice.h"
+#include "asn1/object_identifier_text.h"
 #include "asn1/primitive_traits.h"
 #include "asn1/record_traits.h"
 #include "asn1data/engine_elementwise.h"
@@ -112,8 +113,7 @@ void ASN1T_OCSPResponse_traits::get(ASN1_T const& record, CResponseMessage& valu
         value.put_response(nullptr, nullptr);
         return;
     }
-    CStringProxy type;
-    ASN1::ASN1TObjId_traits::get(record.responseBytes.responseType, type);
+    const ASN1::ObjectIdentifierText type(record.responseBytes.responseType);
     CBlob response;
     ASN1::ASN1TDynOctStr_traits::get(record.responseBytes.response, response);
     value.put_response(type.c_str(), &response);

@@ -178,6 +178,12 @@ void addContents(const Type& type, Settings& settings) {
     }
 }
 
+bool hasDefaults(const Type& type) {
+    return std::any_of(type.fields.begin(), type.fields.end(), [](const Field& field) {
+        return field.presence == Presence::DefaultNumber || field.presence == Presence::DefaultInteger;
+    });
+}
+
 std::string typeTable(const Type& type) {
     const std::string value = type.kind == Kind::Null ? "char" : valueType(type);
     Settings settings;
@@ -187,6 +193,7 @@ std::string typeTable(const Type& type) {
     settings.addIf(type.takesEnd, "cmsEnd", "true");
     settings.addIf(type.hasBounds, "hasBounds", "true");
     settings.addIf(type.endsOnly, "endsOnly", "true");
+    settings.addIf(hasDefaults(type), "hasDefaults", "true");
     settings.addIf(type.tag != kNoTag, "tag", hexTag(type.tag));
     settings.addIf(type.outerTag != kNoTag, "outerTag", hexTag(type.outerTag));
     settings.add("size", "sizeof(" + value + ")");
