@@ -3,7 +3,8 @@
 // value becomes text, CATAVRegister tells (asn1/attribute_register.h).
 //
 // Distinct objects may be used from distinct threads; one object belongs to one thread while it is changed.
-// Failures are ATL::CAtlException unless told otherwise, and leave the object as it was.
+// Failures are ATL::CAtlException unless told otherwise, and leave the object as it was; only an assignment
+// that memory fails may have replaced a part of it.
 #ifndef MIRVANE_ASN1_ATTRIBUTE_TYPE_AND_VALUE_H
 #define MIRVANE_ASN1_ATTRIBUTE_TYPE_AND_VALUE_H
 

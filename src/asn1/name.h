@@ -14,7 +14,8 @@
 // CATAVRegister.
 //
 // Distinct objects may be used from distinct threads; one object belongs to one thread while it is changed.
-// Failures are ATL::CAtlException unless told otherwise, and leave the object as it was.
+// Failures are ATL::CAtlException unless told otherwise, and leave the object as it was; only an assignment
+// that memory fails may have replaced a part of it.
 #ifndef MIRVANE_ASN1_NAME_H
 #define MIRVANE_ASN1_NAME_H
 

@@ -20,6 +20,7 @@
 //   memory that an ASN.1 context does not have.
 // - decode() reads the member from the blob. It throws 0x80093101 for what does not decode; the member is
 //   then as it was. What is written through value() reaches the member by decode() alone.
+// - An assignment that memory fails may have taken the blob and not the member, unless told otherwise.
 //
 // Copies are deep. Distinct objects may be used from distinct threads; one object belongs to one thread while
 // it is changed. Failures are ATL::CAtlException. What a getter returns is valid until the object changes or

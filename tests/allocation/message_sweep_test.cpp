@@ -13,6 +13,9 @@ namespace {
 
 using test::After;
 using test::blob;
+using test::kAssignedSound;
+using test::kDecodedSound;
+using test::kSound;
 using test::rsaSigner;
 using test::sweepChange;
 using test::sweepMake;
@@ -28,12 +31,12 @@ std::vector<CReqCert> allWaysToName() {
 }
 
 TEST(MessagesWithoutMemory, Identifiers) {
-    sweepValue("CCertID", test::certID());
+    sweepValue("CCertID", test::certID(), kAssignedSound);
     sweepMake("CCertID of certificates", [] { return test::certID(); });
-    sweepValue("CCertIdWithSignature", signatureIdentifier());
+    sweepValue("CCertIdWithSignature", signatureIdentifier(), kAssignedSound);
     sweepMake("CCertIdWithSignature of a certificate", signatureIdentifier);
     for (const CReqCert& certificate : allWaysToName()) {
-        sweepValue("CReqCert", certificate);
+        sweepValue("CReqCert", certificate, kAssignedSound);
         sweepValue("CSingleRequest", CSingleRequest(certificate));
         sweepChange(
             "certID put", certificate, [id = test::certID()](CReqCert& object) { object.put_certID(id); },
@@ -59,9 +62,8 @@ TEST(MessagesWithoutMemory, StatusEntries) {
     CSingleResponse entry(test::certID(), revoked, time);
     entry.put_nextUpdate(&time);
     sweepValue("CCertStatus", revoked);
-    sweepChange(
-        "revoked put", CCertStatus(), [&](CCertStatus& object) { object.put_revoked(time, &reason); },
-        After::sound);
+    sweepChange("revoked put", CCertStatus(),
+                [&](CCertStatus& object) { object.put_revoked(time, &reason); });
     sweepValue("CSingleResponse", entry);
     sweepChange("nextUpdate put", entry, [&](CSingleResponse& object) { object.put_nextUpdate(&time); });
     sweepChange("extensions put", entry,
@@ -75,7 +77,7 @@ TEST(MessagesWithoutMemory, Requests) {
         entries.push_back(CSingleRequest(certificate));
     const ASN1::CExtensions extensions = test::nonceExtension();
     const CBlob name = ASN1::CName(L"C=RU,O=Example").encode();
-    sweepValue("CRequestMessage", message);
+    sweepValue("CRequestMessage", message, kSound);
     sweepChange(
         "entries put", message, [&](CRequestMessage& object) { object.put_requestList(entries); },
         After::sound);
@@ -83,7 +85,7 @@ TEST(MessagesWithoutMemory, Requests) {
                 [&](CRequestMessage& object) { object.put_requestExtensions(&extensions); });
     sweepChange("name put", message, [&](CRequestMessage& object) { object.put_requestorName(&name); });
     message.put_requestList(entries);
-    sweepValue("CRequestMessage of all entries", message);
+    sweepValue("CRequestMessage of all entries", message, kSound);
     const CBlobList certificates{rsaSigner().encoded};
     const test::Provider provider(rsaSigner().open());
     sweepChange("signed", message, [&](CRequestMessage& object) {
@@ -105,7 +107,7 @@ TEST(MessagesWithoutMemory, Responses) {
     });
     message.put_certs(&certificates);
     message.put_responseExtensions(&extensions);
-    sweepValue("CBasicResponse", message);
+    sweepValue("CBasicResponse", message, kSound);
     const test::Provider provider(rsaSigner().open());
     sweepChange("signed", message,
                 [&](CBasicResponse& object) { object.sign(provider, AT_SIGNATURE, rsaSigner().algorithm); });
@@ -114,7 +116,7 @@ TEST(MessagesWithoutMemory, Responses) {
     const CBlob encoded = message.encode();
     CResponseMessage answer;
     answer.put_response("1.3.6.1.5.5.7.48.1.1", &encoded);
-    sweepValue("CResponseMessage", answer);
+    sweepValue("CResponseMessage", answer, kSound);
     sweepChange("response put", CResponseMessage(),
                 [&](CResponseMessage& object) { object.put_response("1.3.6.1.5.5.7.48.1.1", &encoded); });
 }
@@ -133,15 +135,17 @@ TEST(MessagesWithoutMemory, Extensions) {
     sweepValue("CExtHistoricalRequest", CExtHistoricalRequest(crl.get_value()));
     sweepValue("CExtNonce", CExtNonce(CBlob(32)));
     sweepChange("nonce put", CExtNonce(CBlob(32)), [](CExtNonce& object) { object.put_nonce(CBlob(8)); });
-    sweepValue("CExtAcceptableResponses", CExtAcceptableResponses(CStringList{
-                                              CStringProxy("1.3.6.1.5.5.7.48.1.1"), CStringProxy("1.2.3")}));
+    sweepValue(
+        "CExtAcceptableResponses",
+        CExtAcceptableResponses(CStringList{CStringProxy("1.3.6.1.5.5.7.48.1.1"), CStringProxy("1.2.3")}),
+        kAssignedSound);
     sweepValue("CExtArchiveCutoff", CExtArchiveCutoff(time));
     ASN1::CGeneralName place;
     place.put_uniformResourceIdentifier(L"http://example.org/of/some/length");
     const ASN1::CDistributionPointName name(ASN1::CGeneralNames{place});
     ASN1::CDistributionPoint point;
     point.put_distributionPoint(&name);
-    sweepValue("CExtCRLLocator", CExtCRLLocator(ASN1::CCRLDistPointsSyntax{point}));
+    sweepValue("CExtCRLLocator", CExtCRLLocator(ASN1::CCRLDistPointsSyntax{point}), kAssignedSound);
     CExtServiceLocator locator;
     const ASN1::CAuthorityInfoAccessSyntax access{{"1.3.6.1.5.5.7.48.1", place}};
     locator.put_issuer(ASN1::CName(L"C=RU,O=Example").encode());
@@ -149,7 +153,7 @@ TEST(MessagesWithoutMemory, Extensions) {
         "locator put", locator, [&](CExtServiceLocator& object) { object.put_locator(&access); },
         After::sound);
     locator.put_locator(&access);
-    sweepValue("CExtServiceLocator", locator);
+    sweepValue("CExtServiceLocator", locator, kDecodedSound);
 }
 
 TEST(MessagesWithoutMemory, EmbeddedCertificates) {

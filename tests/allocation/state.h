@@ -105,7 +105,15 @@ requires(std::is_class_v<T>) std::string stateOf(const T& value) {
                              value.get_oid();
                              value.get_value();
                          }) {
-        return std::string(value.get_oid()) + " " + text(value.get_value());
+        std::string state = std::string(value.get_oid()) + " " + text(value.get_value());
+        if constexpr (requires(T copy) { copy.encode(); }) {
+            state += stateOrFailure([&] {
+                T copy(value);  // of which the member is shown
+                copy.encode();
+                return " " + text(copy.get_value());
+            });
+        }
+        return state;
     } else if constexpr (std::is_base_of_v<Mirvane::CBlob, T>) {
         return text(value);
     } else if constexpr (requires {

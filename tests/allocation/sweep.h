@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <new>
 #include <optional>
 #include <string>
@@ -28,14 +30,21 @@ struct Run {
     bool threw = false;
 };
 
+// The code of the codec, of a context without memory, of a time that is read, and of the platform.
+inline bool isForMemory(ATL::CAtlException const& failure) {
+    const std::uint32_t stated[] = {0x80093101, 0x80093106, 0x8009000E, 0x8007000E};
+    return std::ranges::count(stated, static_cast<std::uint32_t>(failure.m_hr)) != 0;
+}
+
 template <typename Operation>
 Run runWithFailure(int index, Operation operation) {
     Run outcome;
     const FailingMemory failing(index);
     try {
         operation();
-    } catch (const ATL::CAtlException&) {
+    } catch (const ATL::CAtlException& failure) {
         outcome.threw = true;
+        EXPECT_TRUE(isForMemory(failure)) << std::hex << failure.m_hr << ", allocation " << std::dec << index;
     } catch (const std::bad_alloc&) {
         outcome.threw = true;
     }
@@ -83,17 +92,28 @@ void sweepMake(const std::string& name, Make make) {
     }
 }
 
-// What every value class has: copies, assignment, the road there and back, comparison.
+// What a class promises of its objects where memory fails.
+struct Promise {
+    After assigned = After::unchanged;
+    After decoded = After::unchanged;
+};
+constexpr Promise kAssignedSound{.assigned = After::sound};
+constexpr Promise kDecodedSound{.decoded = After::sound};
+constexpr Promise kSound{After::sound, After::sound};
+
+// What an object is before something is assigned to it or decoded into it: a new one, where there is such.
 template <typename T>
-void sweepValue(const std::string& name, const T& sample) {
-    sweepMake(name + " copied", [&] { return T(sample); });
-    sweepChange(
-        name + " assigned", sample, [other = T(sample)](T& object) { object = other; }, After::sound);
+T valueBefore(const T& sample) {
     if constexpr (std::is_default_constructible_v<T>) {
-        sweepMake(name + " by default", [] { return T(); });
-        sweepChange(
-            name + " assigned to a new one", T(), [&](T& object) { object = sample; }, After::sound);
+        return T();
+    } else {
+        return T(sample);
     }
+}
+
+// The road there and back. A class that holds its encoded form shows no more than that.
+template <typename T>
+void sweepCodec(const std::string& name, const T& sample, const T& before, After decoded) {
     if constexpr (requires {
                       { sample.encode() } -> std::convertible_to<Mirvane::CBlob>;
                   }) {
@@ -101,17 +121,63 @@ void sweepValue(const std::string& name, const T& sample) {
         if constexpr (requires(T object) { object.decode(sample.encode()); }) {
             const Mirvane::CBlob encoded = sample.encode();
             sweepChange(
-                name + " decoded", sample, [&](T& object) { object.decode(encoded); }, After::sound);
+                name + " decoded", before, [&](T& object) { object.decode(encoded); }, decoded);
         }
     } else if constexpr (requires(T object) {
                              object.encode();
                              object.decode();
                          }) {
+        sweepChange(name + " encoded", sample, [](T& object) { object.encode(); });
         sweepChange(
-            name + " encoded", sample, [](T& object) { object.encode(); }, After::sound);
-        sweepChange(
-            name + " decoded", sample, [](T& object) { object.decode(); }, After::sound);
+            name + " decoded", sample, [](T& object) { object.decode(); }, decoded);
     }
+}
+
+// Copies share nothing, whatever becomes of their source; a moved and a cleared object live again when they
+// are assigned to.
+template <typename T>
+void expectIndependentCopies(const std::string& name, const T& sample, const T& before) {
+    SCOPED_TRACE(name + " and its copies");
+    const std::string wanted = stateOf(sample);
+    const auto expectSame = [&](const T& object, const char* which) {
+        EXPECT_EQ(stateOf(object), wanted) << which;
+    };
+    std::optional<T> source(sample);
+    T copy(*source);
+    T assigned(before);
+    assigned = *source;
+    source = before;
+    expectSame(copy, "copied");
+    expectSame(assigned, "assigned");
+    T& itself = copy;
+    copy = itself;
+    expectSame(copy, "assigned to itself");
+    T moved(std::move(copy));
+    expectSame(moved, "moved");
+    copy = moved;
+    expectSame(copy, "assigned after it was moved from");
+    moved = std::move(copy);
+    expectSame(moved, "assigned by a move");
+    if constexpr (requires { moved.clear(); }) {
+        moved.clear();
+        moved.clear();
+        T cleared(moved);
+        assigned = cleared;
+        assigned = sample;
+        expectSame(assigned, "assigned after it was cleared");
+    }
+}
+
+// What every value class has: copies, assignment, the road there and back, comparison. `before` is what
+// stands where the sample is assigned or decoded.
+template <typename T>
+void sweepValue(const std::string& name, const T& sample, const T& before, const Promise& promise = {}) {
+    sweepMake(name + " copied", [&] { return T(sample); });
+    sweepChange(
+        name + " assigned", before, [&](T& object) { object = sample; }, promise.assigned);
+    expectIndependentCopies(name, sample, before);
+    if constexpr (std::is_default_constructible_v<T>) sweepMake(name + " by default", [] { return T(); });
+    sweepCodec(name, sample, before, promise.decoded);
     if constexpr (requires {
                       { sample == sample } -> std::same_as<bool>;
                   }) {
@@ -120,6 +186,11 @@ void sweepValue(const std::string& name, const T& sample) {
     if constexpr (requires { sample.toString(); }) {
         sweepMake(name + " as text", [&] { return sample.toString(); });
     }
+}
+
+template <typename T>
+void sweepValue(const std::string& name, const T& sample, const Promise& promise = {}) {
+    sweepValue(name, sample, valueBefore(sample), promise);
 }
 
 }  // namespace test

@@ -200,23 +200,6 @@ TEST(TimeChoice, DatesThatCannotBeShownAreRefused) {
     EXPECT_EQ(*time.get_time(), CDateTime(0, 0));
 }
 
-TEST(TimeChoice, AssignmentMakesIndependentValues) {
-    CTimeChoice first(CDateTime(1, 0));
-    CTimeChoice second;
-    second = first;
-    first.put_time("20600101000000Z");
-    EXPECT_EQ(*second.get_time(), CDateTime(1, 0));
-    second = *&second;
-    EXPECT_EQ(*second.get_time(), CDateTime(1, 0));
-    CTimeChoice cleared;
-    cleared.clear();
-    cleared.clear();
-    const CTimeChoice copied(cleared);
-    second = copied;
-    second = first;
-    EXPECT_EQ(second.get_type(), CTimeChoice::generalTime);
-}
-
 TEST(TimeChoice, TheTimesOfRealCertificatesComeBackInTheFormOfTheirYear) {
     const auto files = test::vectorFiles("certs");
     if (files.empty()) GTEST_SKIP() << "no certificates in " << test::vectorsFolder();

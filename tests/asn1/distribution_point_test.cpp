@@ -142,30 +142,6 @@ TEST(DistributionPoint, EqualityLooksAtEachField) {
     }
 }
 
-template <typename Point>
-class DistributionPointCopies : public ::testing::Test {};
-
-using BothPoints = ::testing::Types<CDistributionPointName, CDistributionPoint>;
-TYPED_TEST_SUITE(DistributionPointCopies, BothPoints);
-
-TYPED_TEST(DistributionPointCopies, AreDeepAndOfAClearedOneCleared) {
-    TypeParam source;
-    if constexpr (std::is_same_v<TypeParam, CDistributionPoint>) {
-        source = full();
-    } else {
-        source.put_fullName({url(L"a")});
-    }
-    TypeParam cleared(source);
-    cleared.clear();
-    const TypeParam copyOfCleared(cleared);
-    TypeParam copy;
-    EXPECT_NE(copy, source);
-    copy = copyOfCleared;
-    copy = source;
-    copy = *&copy;
-    EXPECT_EQ(copy, source);
-}
-
 TEST(RealDistributionPoints, ComeBack) {
     const auto extensions = test::extensionsNamed(test::certificateExtensions(), "2.5.29.31");
     if (extensions.empty()) GTEST_SKIP() << "no real distribution points here";

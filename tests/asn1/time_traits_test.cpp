@@ -90,7 +90,7 @@ TEST(TimeTraits, WhatIsNoTimeIsRefusedAndTheDateStays) {
 
 TEST(TimeTraits, AContextWithoutMemoryIsToldSo) {
     test::LiveContext context;
-    const test::FailingAllocation failing(0);
+    test::CountedAllocations allocations;
+    allocations.allow(0);
     EXPECT_EQ(thrownCode([&] { DateToASN1GeneralizedTime(context, CDateTime(0, 0), true); }), 0x80093106u);
-    EXPECT_TRUE(failing.happened());
 }

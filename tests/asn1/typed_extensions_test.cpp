@@ -193,19 +193,6 @@ TEST(PrivateKeyUsagePeriod, ADateThatDoesNotParseChangesNothing) {
     EXPECT_EQ(period.get_value(), bad);
 }
 
-TEST(PrivateKeyUsagePeriod, CopiesAreIndependent) {
-    const CExtPrivateKeyUsagePeriod source(&kDate, &kLater);
-    CExtPrivateKeyUsagePeriod copy(source);
-    copy.put_notAfter(nullptr);
-    EXPECT_NE(copy.get_value(), source.get_value());
-    EXPECT_EQ(*source.get_notAfter(), kLater);
-    copy = source;
-    EXPECT_EQ(copy.get_value(), source.get_value());
-    EXPECT_NE(copy.get_notBefore(), source.get_notBefore());
-    copy = *&copy;
-    EXPECT_EQ(*copy.get_notBefore(), kDate);
-}
-
 // Every real value comes back to its own bytes when it is built from its members; `same` tells whether the
 // members are what libcrypto reads.
 template <typename Extension, typename Member>

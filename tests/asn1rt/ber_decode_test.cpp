@@ -440,31 +440,4 @@ TEST(SavedState, ComesBackWithoutEndReached) {
     EXPECT_EQ(decoder->flags, ASN1_CONSTRUCTED);
 }
 
-// Whatever is read, from any prefix of any of these, the cursor stays within reach and nothing else is
-// touched.
-TEST(EveryPrefix, OfEveryFormIsReadWithinItsOctets) {
-    const char* messages[] = {"24 80 04 01 41 04 82 00 01 42 00 00", "06 82 00 05 2A 86 48 86 F7",
-                              "02 84 00 00 00 01 05", "1F 81 81 01 03 01 02 03",
-                              "30 80 30 80 02 01 01 00 00 00 00"};
-    const Read reads[] = {
-        readInteger,   readUnsigned,     readEnum,
-        readBoolean,   readNull,         readOctets,
-        readIntoThree, readIdentifier,   readLength,
-        readTag,       readTagAndLength, [](ASN1CTXT* ctxt, std::string*) { return xd_NextElement(ctxt); }};
-    for (const char* message : messages) {
-        const test::Octets whole = test::octets(message);
-        for (std::size_t size = 0; size <= whole.size(); ++size) {
-            for (unsigned flags :
-                 {0u, unsigned{ASN1_NO_COPY}, unsigned{ASN1_LAX_LENGTH}, unsigned{ASN1_INDEF_MESSAGE}}) {
-                for (const Read& read : reads) {
-                    Decoder decoder(test::Octets(whole.begin(), whole.begin() + static_cast<long>(size)),
-                                    flags);
-                    std::string value;
-                    EXPECT_LE(read(decoder, &value), 0);
-                }
-            }
-        }
-    }
-}
-
 }  // namespace

@@ -236,12 +236,14 @@ TEST(BitString, FailedMemoryChangesNothing) {
     ASN1CBitStr string(*heap.context, heap.record);
     const unsigned char* data = heap.record.data;
     {
-        const test::FailingAllocation fails(0);
+        test::CountedAllocations allocations;
+        allocations.allow(0);
         EXPECT_EQ(string.set(9), RTS_NO_MEMORY);
     }
     EXPECT_EQ(heap.record.data, data);
     EXPECT_EQ(string.size(), 1u);
-    const test::FailingAllocation fails(0);
+    test::CountedAllocations allocations;
+    allocations.allow(0);
     EXPECT_THROW(ASN1CBitStr copy(string), ASN1RTLException);
 }
 

@@ -6,7 +6,7 @@
 
 #include "base/date_time_span.h"
 #include "support/calendar.h"
-#include "support/failing_new.h"
+#include "support/failing_memory.h"
 #include "support/failures.h"
 
 using namespace Mirvane;
@@ -129,7 +129,7 @@ TEST(XsdDateTime, RefusesOtherTexts) {
 TEST(XsdDateTime, MemoryThatFailsWhileTheZoneIsSplitOffHasItsOwnCode) {
     const std::string text = "2024-02-29T23:59:59." + std::string(100, '5') + "+03:00";
     for (int index = 0;; ++index) {
-        const test::FailingNew failing(index);
+        const test::FailingMemory failing(index);
         unsigned code = 0;
         bool isStandard = false;
         try {

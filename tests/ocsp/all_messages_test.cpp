@@ -2,11 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <set>
 
+#include "asn1rt/heap.h"
 #include "messages.h"
 #include "ocsp/response_message.h"
-#include "support/allocation.h"
 #include "support/failures.h"
 
 namespace Mirvane::PKI::OCSP {
@@ -20,7 +19,6 @@ using test::thrownCode;
 using test::operator+;
 
 constexpr unsigned kAsn1 = 0x80093101;
-constexpr unsigned kContextMemory = 0x80093106;
 
 // A name of two attributes in one set, which DER puts in order.
 CBlob orderedName() {
@@ -99,29 +97,6 @@ TYPED_TEST(EachMessage, CopiesAreDeepAndAssignmentRevivesAClearedOne) {
     first = same;
     third.clear();
     EXPECT_TRUE(first.encode() == encoded);
-}
-
-// Runs `action` with its first, second, ... allocation in a context failing. Anything but a code ends the
-// test.
-template <typename Action>
-std::set<unsigned> codesWithoutContextMemory(Action action) {
-    std::set<unsigned> codes;
-    for (int index = 0;; ++index) {
-        const test::FailingAllocation failing(index);
-        const unsigned code = thrownCode(action);
-        if (!failing.happened()) return codes;
-        codes.insert(code);
-    }
-}
-
-TYPED_TEST(EachMessage, NoMemoryInAContextIsOneOfTwoCodes) {
-    const TypeParam message = Sample<TypeParam>::filled();
-    const CBlob encoded = message.encode();
-    EXPECT_EQ(codesWithoutContextMemory([&] { message.encode(); }), (std::set{kAsn1, kContextMemory}));
-    const std::set<unsigned> decoding = codesWithoutContextMemory([&] { TypeParam().decode(encoded); });
-    EXPECT_TRUE(decoding.contains(kAsn1));
-    for (unsigned code : decoding)
-        EXPECT_TRUE(code == kAsn1 || code == kContextMemory) << std::hex << code;
 }
 
 TEST(Versions, FollowFromTheWaysToNameACertificate) {

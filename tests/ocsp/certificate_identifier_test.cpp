@@ -9,7 +9,6 @@
 #include "ocsp/made_certificates.h"
 #include "ocsp/parsed_certificate.h"
 #include "ocsp/real_certificates.h"
-#include "support/allocation.h"
 #include "support/blobs.h"
 #include "support/contexts.h"
 #include "support/failures.h"
@@ -424,30 +423,6 @@ TEST(Identifiers, RecordsAreCopiedDeeply) {
     CCertIdWithSignature signedRead;
     ASN1T_CertIdWithSignature_traits::get(signedCopy, signedRead);
     EXPECT_TRUE(signedRead == signedOne);
-}
-
-TEST(Identifiers, EveryFailedContextAllocationIsAStatedFailure) {
-    const CCertID plain = someCertID();
-    const CCertIdWithSignature signedOne(MadeCertificate().encoded());
-    const CBlob plainBytes = plain.encode(), signedBytes = signedOne.encode();
-    const std::function<void()> actions[] = {
-        [&] { plain.encode(); },
-        [&] { signedOne.encode(); },
-        [&] { CCertID().decode(plainBytes); },
-        [&] { CCertIdWithSignature().decode(signedBytes); },
-    };
-    for (auto const& action : actions) {
-        for (int index = 0;; ++index) {
-            test::FailingAllocation failing(index);
-            const unsigned code = thrownCode(action);
-            if (!failing.happened()) {
-                EXPECT_EQ(code, 0u);
-                EXPECT_GE(index, 1);
-                break;
-            }
-            EXPECT_TRUE(code == kAsn1 || code == 0x80093106) << index << ": " << std::hex << code;
-        }
-    }
 }
 
 }  // namespace

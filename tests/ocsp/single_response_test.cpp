@@ -63,33 +63,11 @@ TEST(CertStatus, GoesThroughItsStates) {
     EXPECT_EQ(shown(CCertStatus(kNoon, &superseded)), "1 revoked 20260102120000.75Z for 4");
 }
 
-TEST(CertStatus, CopiesAreDeepAndArgumentsMayBeItsOwn) {
+TEST(CertStatus, ArgumentsMayBeItsOwn) {
     const CrlReason hold = ASN1::certificateHold;
     CCertStatus status(kNoon, &hold);
     status.put_revoked(*status.get_revocationTime(), status.get_revocationReason());
     EXPECT_EQ(shown(status), "1 revoked 20260102120000.75Z for 6");
-    const CCertStatus copy(status);
-    CCertStatus assigned;
-    assigned = status;
-    status.put_revoked(kNoon, nullptr);
-    EXPECT_EQ(shown(copy), "1 revoked 20260102120000.75Z for 6");
-    EXPECT_EQ(shown(assigned), shown(copy));
-    CCertStatus const& same = assigned;
-    assigned = same;
-    EXPECT_EQ(shown(assigned), shown(copy));
-}
-
-TEST(CertStatus, ClearedOneMayBeAssignedAndDestroyed) {
-    CCertStatus status;
-    status.clear();
-    status.clear();
-    CCertStatus other(status);
-    other = status;
-    other = CCertStatus(kNoon, nullptr);
-    status = std::move(other);
-    EXPECT_EQ(shown(status), "1 revoked 20260102120000.75Z");
-    other = status;
-    EXPECT_EQ(shown(other), shown(status));
 }
 
 // The status in DER, made through its record.
@@ -170,20 +148,6 @@ TEST(SingleResponse, OptionalFieldsAreCopiedReplacedAndRemoved) {
     EXPECT_TRUE(*copy.get_singleExtensions() == extensions);
     EXPECT_NE(copy.get_reqCert().get_certID(), nullptr);
     EXPECT_TRUE(copy.get_thisUpdate() == kNoon);
-}
-
-TEST(SingleResponse, ClearedOneMayBeAssignedAndDestroyed) {
-    CSingleResponse entry(subject(), CCertStatus(), kNoon);
-    CSingleResponse const& same = entry;
-    entry = same;
-    CSingleResponseList list(3, entry);
-    list.front().clear();
-    list.back().clear();
-    list.back().clear();
-    list.front() = list.back();
-    list.front() = entry;
-    const CSingleResponseList copy(list);
-    EXPECT_TRUE(copy.front().get_thisUpdate() == kNoon);
 }
 
 // The entry in DER, made through its record.

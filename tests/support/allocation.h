@@ -50,30 +50,6 @@ class CountedAllocations {
     }
 };
 
-// Makes one allocation fail, and none behind it.
-class FailingAllocation {
-  public:
-    // Counts from 0.
-    explicit FailingAllocation(int index) {
-        remaining() = index;
-        g_malloc_func = [](void* memApp, std::size_t size) -> void* {
-            return remaining()-- == 0 ? nullptr : rtDefaultMalloc(memApp, size);
-        };
-    }
-    ~FailingAllocation() { g_malloc_func = rtDefaultMalloc; }
-    FailingAllocation(const FailingAllocation&) = delete;
-    FailingAllocation& operator=(const FailingAllocation&) = delete;
-
-    // Whether it has come to the allocation that fails.
-    bool happened() const { return remaining() < 0; }
-
-  private:
-    static int& remaining() {
-        static int count = 0;
-        return count;
-    }
-};
-
 }  // namespace test
 
 #endif
