@@ -1,5 +1,5 @@
-// The public keys that came in last. Reading a key costs more than checking a signature with it, and the same
-// few keys come again and again.
+// The public keys that came in last. To read a key takes time, so does its first signature, and the same few
+// keys come again and again.
 //
 // Bounded by its number of places and by the octets that each may take; a key that comes to a taken place
 // drives the other one out. Nothing but keys that were read well gets in. For all threads.

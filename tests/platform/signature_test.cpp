@@ -78,6 +78,15 @@ class Check {
     Provider hashProvider_;
 };
 
+Octets signatureOf(HCRYPTHASH hash, DWORD specification = AT_SIGNATURE) {
+    DWORD length = 0;
+    EXPECT_TRUE(CryptSignHashA(hash, specification, nullptr, 0, nullptr, &length));
+    Octets signature(length);
+    EXPECT_TRUE(CryptSignHashA(hash, specification, nullptr, 0, signature.data(), &length));
+    signature.resize(length);
+    return signature;
+}
+
 // A context with the private key, and a hash of the message in it.
 class Signer {
   public:
@@ -86,14 +95,7 @@ class Signer {
             CryptAcquireContextA(provider.place(), writeKey(folder_, keyOfKind(key)).c_str(), nullptr, 0, 0));
         EXPECT_TRUE(makeHash(provider, algorithm, hash));
     }
-    Octets sign(DWORD specification = AT_SIGNATURE) {
-        DWORD length = 0;
-        EXPECT_TRUE(CryptSignHashA(hash, specification, nullptr, 0, nullptr, &length));
-        Octets signature(length);
-        EXPECT_TRUE(CryptSignHashA(hash, specification, nullptr, 0, signature.data(), &length));
-        signature.resize(length);
-        return signature;
-    }
+    Octets sign(DWORD specification = AT_SIGNATURE) { return signatureOf(hash, specification); }
 
     Provider provider;
     Hash hash;
@@ -195,6 +197,17 @@ TEST(SignaturePairs, AHashThatDoesNotFitTheKeyIsRefusedBeforeTheSignature) {
         Check check(key, hash);
         for (const Octets& signature : {Octets(), Octets(64, 1), Octets(128, 0xFF)})
             EXPECT_EQ(check.code(signature), NTE_BAD_ALGID) << key << ' ' << hash;
+    }
+}
+
+TEST(SignaturePairs, OneKeyServesItsHashesInTurn) {
+    Signer signer("RSA", CALG_SHA1);
+    for (const Pair& pair : {pairs[0], pairs[1], pairs[1], pairs[0], pairs[2]}) {
+        Hash hash;
+        ASSERT_TRUE(makeHash(signer.provider, pair.hash, hash));
+        const Octets signature = signatureOf(hash);
+        EXPECT_TRUE(opensslAccepts(pair, reversed(signature)));
+        EXPECT_EQ(Check("RSA", pair.hash).code(signature), 0u);
     }
 }
 
