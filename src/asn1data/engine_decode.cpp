@@ -54,13 +54,15 @@ class Decoder {
   public:
     explicit Decoder(ASN1CTXT* ctxt, Dropping dropping = {}) : mContext(ctxt), mDropping(dropping) {}
 
-    int decode(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length, const Place& place);
+    [[gnu::always_inline]] int decode(const TypeDescriptor& type, void* value, ASN1TagType tagging,
+                                      int length, const Place& place);
     int resolve(const TypeDescriptor& type, void* record);
 
   private:
     [[gnu::cold, gnu::noinline]] int failed(const TypeDescriptor& type, const void* value, int status,
                                             const Place& place);
-    int decodeValue(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length);
+    [[gnu::noinline]] int decodeValue(const TypeDescriptor& type, void* value, ASN1TagType tagging,
+                                      int length);
     // Not inline, so that the many values that are primitive don't pay for what constructed ones need.
     [[gnu::noinline]] int decodeConstructed(const TypeDescriptor& type, void* value, ASN1TagType tagging,
                                             int length);
@@ -73,8 +75,8 @@ class Decoder {
     int decodeArray(const TypeDescriptor& type, void* record, const Content& content);
     int decodeElements(const TypeDescriptor& type, void* elements, std::uint32_t slots,
                        const Content& content, std::uint32_t* count);
-    int decodeTagged(const TypeDescriptor& parent, const FieldDescriptor& field, void* value, int length,
-                     const Place& place);
+    [[gnu::always_inline]] int decodeTagged(const TypeDescriptor& parent, const FieldDescriptor& field,
+                                            void* value, int length, const Place& place);
     int decodeRequired(const TypeDescriptor& parent, const FieldDescriptor& field, void* record);
     int decodeOptional(const TypeDescriptor& parent, const FieldDescriptor& field, void* record,
                        bool* present);
@@ -159,8 +161,8 @@ bool Decoder::fits(const TypeDescriptor& type) {
     return status == RTS_OK && matchesTag(type, tag);
 }
 
-int Decoder::decode(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length,
-                    const Place& place) {
+inline int Decoder::decode(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length,
+                           const Place& place) {
     int status = RTS_OK;
     if (isConstructedKind(type.kind)) {
         if (mLevel == kMostLevels) return fail(RTS_NO_MEMORY);
@@ -369,8 +371,8 @@ void clearRecord(const TypeDescriptor& type, void* record) {
 // Under an explicit tag that length is no bound on the value: what is left is read as the next field, which
 // is meant. A type of the CMS form takes the end-of-contents that belongs to such a tag, unless the value was
 // a string, which took it itself.
-int Decoder::decodeTagged(const TypeDescriptor& parent, const FieldDescriptor& field, void* value, int length,
-                          const Place& place) {
+inline int Decoder::decodeTagged(const TypeDescriptor& parent, const FieldDescriptor& field, void* value,
+                                 int length, const Place& place) {
     const bool implicit = field.tagging == Tagging::Implicit;
     const int status = decode(*field.type, value, implicit ? ASN1IMPL : ASN1EXPL, length, place);
     if (status != RTS_OK || !parent.cmsEnd || length != ASN1_INDEFLEN || field.tagging == Tagging::None)
