@@ -4,18 +4,14 @@
 
 #include "asn1data/constraint.h"
 #include "asn1data/engine.h"
+#include "asn1data/engine_decode_primitive.h"
 #include "asn1data/engine_elementwise.h"
 #include "asn1data/recent_allocations.h"
 #include "asn1data/record_access.h"
 #include "asn1rt/allocate.h"
 #include "asn1rt/ber_decode.h"
-#include "asn1rt/big_integer_codec.h"
-#include "asn1rt/bit_string.h"
-#include "asn1rt/char_string.h"
 #include "asn1rt/cursor.h"
 #include "asn1rt/open_type.h"
-#include "asn1rt/small_integer.h"
-#include "asn1rt/universal_tags.h"
 
 namespace asn1data {
 namespace {
@@ -25,11 +21,6 @@ struct Content {
     std::uint32_t start;
     int length;
 };
-
-// The one-octet identifier of a tag, without its constructed bit.
-unsigned char identifierOf(ASN1TAG tag) {
-    return static_cast<unsigned char>((tag & TM_CLASS) >> 24 | (tag & 0x1F));
-}
 
 bool readsOwnEndOfContents(Kind kind) {
     return kind != Kind::Sequence && kind != Kind::Set && kind != Kind::List && kind != Kind::Array;
@@ -61,8 +52,6 @@ class Decoder {
   private:
     [[gnu::cold, gnu::noinline]] int failed(const TypeDescriptor& type, const void* value, int status,
                                             const Place& place);
-    [[gnu::noinline]] int decodeValue(const TypeDescriptor& type, void* value, ASN1TagType tagging,
-                                      int length);
     // Not inline, so that the many values that are primitive don't pay for what constructed ones need.
     [[gnu::noinline]] int decodeConstructed(const TypeDescriptor& type, void* value, ASN1TagType tagging,
                                             int length);
@@ -82,13 +71,6 @@ class Decoder {
                        bool* present);
     int decodeAlternative(const TypeDescriptor& choice, const FieldDescriptor& field, void* record,
                           std::uint32_t start, int length);
-    int decodeEnumerated(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length);
-    int passOver(int length);
-    int passOverNumber(ASN1TagType tagging, int length);
-    int passOverText(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length);
-    int decodeInlineString(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length);
-    int decodeOpenType(void* value);
-    int decodeRawContent(void* value, int length);
     int resolveObject(const ObjectEntry& entry, Asn1TObject& object);
 
     bool hasEnded(const Content& content) const;
@@ -170,7 +152,7 @@ inline int Decoder::decode(const TypeDescriptor& type, void* value, ASN1TagType 
         status = decodeConstructed(type, value, tagging, length);
         --mLevel;
     } else {
-        status = decodeValue(type, value, tagging, length);
+        status = decodePrimitive(mContext, type, value, tagging, length, mTrials > 0);
     }
     if (status == RTS_OK && (!type.hasBounds || meetsConstraint(type, value))) return RTS_OK;
     return failed(type, value, status, place);
@@ -182,132 +164,6 @@ int Decoder::failed(const TypeDescriptor& type, const void* value, int status, c
     // An array that gets no memory leaves it to what it stands in to record that.
     if (status == RTS_NO_MEMORY && type.kind == Kind::Array) return status;
     return fail(status);
-}
-
-int Decoder::decodeValue(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length) {
-    switch (type.kind) {
-        case Kind::Boolean:
-            return xd_boolean(mContext, static_cast<unsigned char*>(value), tagging, length);
-        case Kind::Integer:
-            return xd_integer(mContext, static_cast<std::int32_t*>(value), tagging, length);
-        case Kind::Unsigned:
-            return xd_unsigned(mContext, static_cast<std::uint32_t*>(value), tagging, length);
-        case Kind::Uint16:
-            return xd_uint16(mContext, static_cast<std::uint16_t*>(value), tagging, length);
-        case Kind::BigInteger:
-            if (mTrials > 0) return passOverNumber(tagging, length);
-            return xd_bigint(mContext, static_cast<const char**>(value), tagging, length);
-        case Kind::Enumerated:
-            return decodeEnumerated(type, value, tagging, length);
-        case Kind::Null:
-            return xd_null(mContext, tagging);
-        case Kind::ObjectIdentifier:
-            return xd_objid(mContext, static_cast<ASN1OBJID*>(value), tagging, length);
-        case Kind::OctetString: {
-            auto& string = *static_cast<ASN1TDynOctStr*>(value);
-            return xd_octstr(mContext, &string.data, &string.numocts, tagging, length);
-        }
-        case Kind::BitString: {
-            auto& string = *static_cast<ASN1TDynBitStr*>(value);
-            return xd_bitstr(mContext, &string.data, &string.numbits, tagging, length);
-        }
-        case Kind::InlineOctetString:
-        case Kind::InlineBitString:
-            return decodeInlineString(type, value, tagging, length);
-        case Kind::CharString:
-            if (mTrials > 0 && !type.hasBounds) return passOverText(type, value, tagging, length);
-            return xd_charstr(mContext, static_cast<const char**>(value), tagging, type.tag, length);
-        case Kind::BmpString:
-            return xd_16BitCharStr(mContext, static_cast<Asn116BitCharString*>(value), tagging, type.tag,
-                                   length);
-        case Kind::UniversalString:
-            return xd_32BitCharStr(mContext, static_cast<Asn132BitCharString*>(value), tagging, type.tag,
-                                   length);
-        case Kind::OpenType:
-        case Kind::TableOpenType:
-            return decodeOpenType(value);
-        case Kind::RawContent:
-            // Without a tag around it, it is one element.
-            return tagging == ASN1IMPL ? decodeRawContent(value, length) : decodeOpenType(value);
-        default:
-            return RTS_NOT_SUPPORTED;
-    }
-}
-
-int Decoder::passOver(int length) {
-    if (static_cast<std::uint32_t>(length) > asn1rt::room(mContext)) return RTS_END_OF_BUFFER;
-    mContext->buffer.byteIndex += static_cast<std::uint32_t>(length);
-    return RTS_OK;
-}
-
-// As xd_bigint, without the text that nobody will see.
-int Decoder::passOverNumber(ASN1TagType tagging, int length) {
-    if (tagging == ASN1EXPL) {
-        const int status = asn1rt::readPrimitiveHeader(mContext, TAG_INTEGER, &length);
-        if (status != RTS_OK) return status;
-    }
-    return length < 0 ? int{RTS_BAD_LENGTH} : passOver(length);
-}
-
-// As xd_charstr, with a text only for what stands in segments.
-int Decoder::passOverText(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length) {
-    if (tagging == ASN1EXPL) {
-        if (int status = xd_match1(mContext, identifierOf(type.tag), &length); status != RTS_OK)
-            return status;
-    }
-    if (length >= 0 && !asn1rt::isConstructed(mContext)) return passOver(length);
-    return xd_charstr(mContext, static_cast<const char**>(value), ASN1IMPL, type.tag, length);
-}
-
-int Decoder::decodeEnumerated(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length) {
-    std::int32_t number = 0;
-    if (int status = xd_enum(mContext, &number, tagging, length); status != RTS_OK) return status;
-    if (!isEnumerator(type, static_cast<std::uint32_t>(number))) return RTS_BAD_ENUM;
-    *static_cast<std::uint32_t*>(value) = static_cast<std::uint32_t>(number);
-    return RTS_OK;
-}
-
-int Decoder::decodeInlineString(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length) {
-    auto& string = *static_cast<InlineString*>(value);
-    if (type.kind == Kind::InlineBitString) {
-        string.count = type.upperBound;
-        return xd_bitstr_s(mContext, string.data, &string.count, tagging, length);
-    }
-    string.count = type.capacity;
-    return xd_octstr_s(mContext, string.data, &string.count, tagging, length);
-}
-
-// Nothing there is an element of no octets.
-int Decoder::decodeOpenType(void* value) {
-    auto& element = *static_cast<ASN1OpenType*>(value);
-    element = {0, nullptr};
-    return xd_OpenType(mContext, &element.data, &element.numocts);
-}
-
-// The octets inside the field's tag, whatever they are. Of an indefinite form they end before its
-// end-of-contents, which is taken.
-int Decoder::decodeRawContent(void* value, int length) {
-    auto& content = *static_cast<ASN1TDynOctStr*>(value);
-    content = {0, nullptr};
-    const std::uint32_t start = mContext->buffer.byteIndex;
-    std::uint32_t count = static_cast<std::uint32_t>(length);
-    if (length == ASN1_INDEFLEN) {
-        if (int status = xd_MovePastEOC(mContext); status != RTS_OK) return status;
-        count = mContext->buffer.byteIndex - start - 2;
-    } else if (count > asn1rt::room(mContext)) {
-        return RTS_END_OF_BUFFER;
-    } else {
-        mContext->buffer.byteIndex += count;
-    }
-    const unsigned char* octets = mContext->buffer.data + start;
-    if (!(mContext->flags & ASN1_NO_COPY)) {
-        unsigned char* copied = asn1rt::allocateOctets(mContext, count);
-        if (!copied) return RTS_NO_MEMORY;
-        std::memcpy(copied, octets, count);
-        octets = copied;
-    }
-    content = {count, octets};
-    return RTS_OK;
 }
 
 int Decoder::decodeConstructed(const TypeDescriptor& type, void* value, ASN1TagType tagging, int length) {
