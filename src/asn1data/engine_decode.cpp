@@ -6,7 +6,7 @@
 #include "asn1data/engine.h"
 #include "asn1data/engine_decode_primitive.h"
 #include "asn1data/engine_elementwise.h"
-#include "asn1data/recent_allocations.h"
+#include "asn1data/passing_memory.h"
 #include "asn1data/record_access.h"
 #include "asn1rt/allocate.h"
 #include "asn1rt/ber_decode.h"
@@ -33,8 +33,6 @@ bool isConstructedKind(Kind kind) {
 static_assert(Kind::RawContent < Kind::Sequence && Kind::Sequence < Kind::Set && Kind::Set < Kind::Choice &&
               Kind::Choice < Kind::List && Kind::List < Kind::Array);
 
-constexpr std::size_t kSmallRecord = 64;
-
 // What a decode does not keep.
 struct Dropping {
     const ElementTaker* taker = nullptr;
@@ -60,7 +58,7 @@ class Decoder {
     int decodeChoice(const TypeDescriptor& type, void* record, ASN1TagType tagging);
     int decodeList(const TypeDescriptor& type, void* record, const Content& content);
     bool keepsElements(const TypeDescriptor& list) const;
-    void drop(const TypeDescriptor& list, const void* element, RecentAllocations& allocations);
+    void drop(const TypeDescriptor& list, const void* element);
     int decodeArray(const TypeDescriptor& type, void* record, const Content& content);
     int decodeElements(const TypeDescriptor& type, void* elements, std::uint32_t slots,
                        const Content& content, std::uint32_t* count);
@@ -73,6 +71,7 @@ class Decoder {
                           std::uint32_t start, int length);
     int resolveObject(const ObjectEntry& entry, Asn1TObject& object);
 
+    void* newPart(std::uint64_t size);
     bool hasEnded(const Content& content) const;
     bool fits(const TypeDescriptor& type);
     int fail(int status) { return asn1rt::record(mContext, status); }
@@ -80,8 +79,15 @@ class Decoder {
     ASN1CTXT* mContext;
     Dropping mDropping;
     int mLevel = 0;
-    int mTrials = 0;  // values being decoded that are not kept, one inside the other
+    Passing mPassing;
 };
+
+// A part of the value that is decoded, zeroed; null if there is no memory.
+void* Decoder::newPart(std::uint64_t size) {
+    void* const passing = mPassing.applies() ? mPassing.room.take(size) : nullptr;
+    if (passing) return std::memset(passing, 0, size);
+    return rtMemHeapAllocZ(&mContext->typeMemHeap, static_cast<std::int32_t>(size));
+}
 
 bool Decoder::hasEnded(const Content& content) const {
     if (content.length == ASN1_INDEFLEN) {
@@ -152,7 +158,7 @@ inline int Decoder::decode(const TypeDescriptor& type, void* value, ASN1TagType 
         status = decodeConstructed(type, value, tagging, length);
         --mLevel;
     } else {
-        status = decodePrimitive(mContext, type, value, tagging, length, mTrials > 0);
+        status = decodePrimitive(mContext, type, value, tagging, length, mPassing);
     }
     if (status == RTS_OK && (!type.hasBounds || meetsConstraint(type, value))) return RTS_OK;
     return failed(type, value, status, place);
@@ -349,7 +355,7 @@ int Decoder::decodeAlternative(const TypeDescriptor& choice, const FieldDescript
     setAlternativePointer(choice, record, nullptr);
     void* value = memberAt(record, choice.bodyOffset);
     if (!isText(type) && type.kind != Kind::Null) {
-        value = rtMemHeapAllocZ(&mContext->typeMemHeap, static_cast<std::int32_t>(type.size));
+        value = newPart(type.size);
         if (!value) return RTS_NO_MEMORY;
         setAlternativePointer(choice, record, value);
     }
@@ -373,41 +379,43 @@ int Decoder::decodeList(const TypeDescriptor& type, void* record, const Content&
     const std::uint32_t most = type.hasBounds && type.upperBound < INT32_MAX ? type.upperBound : INT32_MAX;
     const std::uint64_t size = sizeof(_Asn1RTDListNode) + std::uint64_t{type.element->size};
     const bool keeps = keepsElements(type);
+    RecentAllocations all(mContext, mPassing.room);
     _Asn1RTDListNode* node = nullptr;
     while (!hasEnded(content)) {
         if (list.count >= most) return RTS_EXTRA_ELEMENT;
         if (keeps || !node) {
-            node = static_cast<_Asn1RTDListNode*>(
-                rtMemHeapAllocZ(&mContext->typeMemHeap, static_cast<std::int32_t>(size)));
+            node = static_cast<_Asn1RTDListNode*>(newPart(size));
             if (!node) return RTS_NO_MEMORY;
         } else {
             std::memset(node + 1, 0, type.element->size);
         }
         void* element = node + 1;
-        RecentAllocations allocations(mContext);
+        RecentAllocations ofElement(mContext, mPassing.room);
+        mPassing.taken += !keeps;
         const int status = decode(*type.element, element, ASN1EXPL, 0, Place{Place::Kind::Element});
+        mPassing.taken -= !keeps;
         if (status != RTS_OK) return status;
         if (keeps) {
             rtDListAppendNode(mContext, &list, element);
         } else {
-            drop(type, element, allocations);
+            drop(type, element);
+            ofElement.release();
             ++list.count;
         }
     }
-    if (!keeps) rtMemHeapFreePtr(&mContext->typeMemHeap, node);
+    if (!keeps) all.release();
     return RTS_OK;
 }
 
 // A table looks at the elements of its list once more behind the list.
 bool Decoder::keepsElements(const TypeDescriptor& list) const {
     if (list.element->kind == Kind::TableOpenType) return true;
-    return mTrials == 0 && !(mDropping.taker && &mDropping.taker->list == &list);
+    return mPassing.tried == 0 && !(mDropping.taker && &mDropping.taker->list == &list);
 }
 
-void Decoder::drop(const TypeDescriptor& list, const void* element, RecentAllocations& allocations) {
+void Decoder::drop(const TypeDescriptor& list, const void* element) {
     const ElementTaker* taker = mDropping.taker;
-    if (mTrials == 0 && taker && &taker->list == &list) taker->take(taker->taker, element);
-    allocations.release();
+    if (mPassing.tried == 0 && taker && &taker->list == &list) taker->take(taker->taker, element);
 }
 
 int Decoder::decodeArray(const TypeDescriptor& type, void* record, const Content& content) {
@@ -444,27 +452,22 @@ int Decoder::decodeElements(const TypeDescriptor& type, void* elements, std::uin
 int Decoder::resolveObject(const ObjectEntry& entry, Asn1TObject& object) {
     if (!entry.value || object.numocts == 0 || !object.data) return RTS_OK;
     if (mLevel == kMostLevels) return fail(RTS_NO_MEMORY);
-    RecentAllocations allocations(mContext);
-    alignas(std::max_align_t) char dropped[kSmallRecord] = {};
-    if (mDropping.resolved && entry.value->size <= sizeof dropped) {
-        object.decoded = dropped;
-    } else {
-        const std::uint64_t size = entry.value->size > 0 ? entry.value->size : 1;  // a NULL has none
-        object.decoded = rtMemHeapAllocZ(&mContext->typeMemHeap, static_cast<std::int32_t>(size));
-        if (!object.decoded) return fail(RTS_NO_MEMORY);
-    }
-    ASN1CTXT saved{};
-    rtCopyContext(&saved, mContext);
+    RecentAllocations allocations(mContext, mPassing.room);
+    mPassing.tried += mDropping.resolved;
+    object.decoded = newPart(entry.value->size > 0 ? entry.value->size : 1);  // a NULL has none
+    if (!object.decoded) return fail(RTS_NO_MEMORY);
+    const auto buffer = mContext->buffer;
+    const std::uint16_t flags = mContext->flags;
     int status = xd_setp(mContext, object.data, static_cast<int>(object.numocts), nullptr, nullptr);
     if (status == RTS_OK) {
         ++mLevel;
-        mTrials += mDropping.resolved;
         status = decode(*entry.value, object.decoded, ASN1EXPL, 0, Place{});
-        mTrials -= mDropping.resolved;
         --mLevel;
     }
-    rtCopyContext(mContext, &saved);
+    mContext->buffer = buffer;
+    mContext->flags = flags;
     if (mDropping.resolved) {
+        --mPassing.tried;
         object.decoded = nullptr;
         allocations.release();
     }

@@ -1,5 +1,8 @@
 #include "asn1data/engine_decode_primitive.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstring>
 
 #include "asn1data/constraint.h"
@@ -12,6 +15,7 @@
 #include "asn1rt/cursor.h"
 #include "asn1rt/open_type.h"
 #include "asn1rt/small_integer.h"
+#include "asn1rt/text_digits.h"
 #include "asn1rt/universal_tags.h"
 
 namespace asn1data {
@@ -23,26 +27,70 @@ int passOver(ASN1CTXT* ctxt, int length) {
     return RTS_OK;
 }
 
-// As xd_bigint, without the text that nobody will see.
-int passOverNumber(ASN1CTXT* ctxt, ASN1TagType tagging, int length) {
+// What the runtime decodes into a field by itself.
+template <typename Value, int (*decode)(ASN1CTXT*, Value*, ASN1TagType, int)>
+int decodeBy(ASN1CTXT* ctxt, const TypeDescriptor&, void* value, ASN1TagType tagging, int length, Passing&) {
+    return decode(ctxt, static_cast<Value*>(value), tagging, length);
+}
+
+// As xd_bigint, without a text for what nobody will see, and without a block for what does not stay.
+int passNumber(ASN1CTXT* ctxt, void* value, ASN1TagType tagging, int length, Passing& passing) {
     if (tagging == ASN1EXPL) {
         const int status = asn1rt::readPrimitiveHeader(ctxt, TAG_INTEGER, &length);
         if (status != RTS_OK) return status;
     }
-    return length < 0 ? int{RTS_BAD_LENGTH} : passOver(ctxt, length);
+    if (length < 0) return RTS_BAD_LENGTH;
+    if (passing.tried > 0) return passOver(ctxt, length);
+    const auto count = static_cast<std::uint32_t>(length);
+    const bool isWhole = count <= asn1rt::room(ctxt);
+    void* const text = isWhole ? passing.room.take(asn1rt::bigIntegerTextSize(count)) : nullptr;
+    if (!text) return xd_bigint(ctxt, static_cast<const char**>(value), ASN1IMPL, length);
+    const unsigned char* const octets = asn1rt::cursor(ctxt);
+    asn1rt::writeBigIntegerText(octets, count, asn1rt::leadingZeros(octets, count), static_cast<char*>(text));
+    ctxt->buffer.byteIndex += count;
+    *static_cast<const char**>(value) = static_cast<const char*>(text);
+    return RTS_OK;
 }
 
-// As xd_charstr, with a text only for what stands in segments.
-int passOverText(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, ASN1TagType tagging, int length) {
+int decodeBigInteger(ASN1CTXT* ctxt, const TypeDescriptor&, void* value, ASN1TagType tagging, int length,
+                     Passing& passing) {
+    if (passing.applies()) return passNumber(ctxt, value, tagging, length, passing);
+    return xd_bigint(ctxt, static_cast<const char**>(value), tagging, length);
+}
+
+// As xd_charstr, in the way of passNumber.
+int passText(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, ASN1TagType tagging, int length,
+             Passing& passing) {
     if (tagging == ASN1EXPL) {
         if (int status = xd_match1(ctxt, identifierOf(type.tag), &length); status != RTS_OK) return status;
     }
-    if (length >= 0 && !asn1rt::isConstructed(ctxt)) return passOver(ctxt, length);
-    return xd_charstr(ctxt, static_cast<const char**>(value), ASN1IMPL, type.tag, length);
+    const bool primitive = length >= 0 && !asn1rt::isConstructed(ctxt);
+    if (primitive && passing.tried > 0 && !type.hasBounds) return passOver(ctxt, length);
+    const auto count = static_cast<std::uint32_t>(length);
+    const bool isWhole = primitive && count <= asn1rt::room(ctxt);
+    auto* const text = static_cast<char*>(isWhole ? passing.room.take(std::uint64_t{count} + 1) : nullptr);
+    if (!text) return xd_charstr(ctxt, static_cast<const char**>(value), ASN1IMPL, type.tag, length);
+    std::memcpy(text, asn1rt::cursor(ctxt), count);
+    text[count] = '\0';
+    ctxt->buffer.byteIndex += count;
+    *static_cast<const char**>(value) = text;
+    return RTS_OK;
 }
 
-int decodeEnumerated(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, ASN1TagType tagging,
-                     int length) {
+int decodeCharString(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, ASN1TagType tagging, int length,
+                     Passing& passing) {
+    if (passing.applies()) return passText(ctxt, type, value, tagging, length, passing);
+    return xd_charstr(ctxt, static_cast<const char**>(value), tagging, type.tag, length);
+}
+
+template <typename String, int (*decode)(ASN1CTXT*, String*, ASN1TagType, ASN1TAG, int)>
+int decodeWideString(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, ASN1TagType tagging, int length,
+                     Passing&) {
+    return decode(ctxt, static_cast<String*>(value), tagging, type.tag, length);
+}
+
+int decodeEnumerated(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, ASN1TagType tagging, int length,
+                     Passing&) {
     std::int32_t number = 0;
     if (int status = xd_enum(ctxt, &number, tagging, length); status != RTS_OK) return status;
     if (!isEnumerator(type, static_cast<std::uint32_t>(number))) return RTS_BAD_ENUM;
@@ -50,19 +98,38 @@ int decodeEnumerated(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, AS
     return RTS_OK;
 }
 
-int decodeInlineString(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, ASN1TagType tagging,
-                       int length) {
+int decodeNull(ASN1CTXT* ctxt, const TypeDescriptor&, void*, ASN1TagType tagging, int, Passing&) {
+    return xd_null(ctxt, tagging);
+}
+
+int decodeOctetString(ASN1CTXT* ctxt, const TypeDescriptor&, void* value, ASN1TagType tagging, int length,
+                      Passing&) {
+    auto& string = *static_cast<ASN1TDynOctStr*>(value);
+    return xd_octstr(ctxt, &string.data, &string.numocts, tagging, length);
+}
+
+int decodeBitString(ASN1CTXT* ctxt, const TypeDescriptor&, void* value, ASN1TagType tagging, int length,
+                    Passing&) {
+    auto& string = *static_cast<ASN1TDynBitStr*>(value);
+    return xd_bitstr(ctxt, &string.data, &string.numbits, tagging, length);
+}
+
+int decodeInlineOctetString(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, ASN1TagType tagging,
+                            int length, Passing&) {
     auto& string = *static_cast<InlineString*>(value);
-    if (type.kind == Kind::InlineBitString) {
-        string.count = type.upperBound;
-        return xd_bitstr_s(ctxt, string.data, &string.count, tagging, length);
-    }
     string.count = type.capacity;
     return xd_octstr_s(ctxt, string.data, &string.count, tagging, length);
 }
 
+int decodeInlineBitString(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, ASN1TagType tagging,
+                          int length, Passing&) {
+    auto& string = *static_cast<InlineString*>(value);
+    string.count = type.upperBound;
+    return xd_bitstr_s(ctxt, string.data, &string.count, tagging, length);
+}
+
 // Nothing there is an element of no octets.
-int decodeOpenType(ASN1CTXT* ctxt, void* value) {
+int decodeOpenType(ASN1CTXT* ctxt, const TypeDescriptor&, void* value, ASN1TagType, int, Passing&) {
     auto& element = *static_cast<ASN1OpenType*>(value);
     element = {0, nullptr};
     return xd_OpenType(ctxt, &element.data, &element.numocts);
@@ -70,7 +137,10 @@ int decodeOpenType(ASN1CTXT* ctxt, void* value) {
 
 // The octets inside the field's tag, whatever they are. Of an indefinite form they end before its
 // end-of-contents, which is taken.
-int decodeRawContent(ASN1CTXT* ctxt, void* value, int length) {
+// Without a tag around it, it is one element.
+int decodeRawContent(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, ASN1TagType tagging, int length,
+                     Passing& passing) {
+    if (tagging == ASN1EXPL) return decodeOpenType(ctxt, type, value, tagging, length, passing);
     auto& content = *static_cast<ASN1TDynOctStr*>(value);
     content = {0, nullptr};
     const std::uint32_t start = ctxt->buffer.byteIndex;
@@ -94,55 +164,35 @@ int decodeRawContent(ASN1CTXT* ctxt, void* value, int length) {
     return RTS_OK;
 }
 
+constexpr auto decoders() {
+    std::array<PrimitiveDecoder*, kPrimitiveKinds> table{};
+    const auto set = [&](Kind kind, PrimitiveDecoder* decoder) {
+        table[static_cast<std::size_t>(kind)] = decoder;
+    };
+    set(Kind::Boolean, decodeBy<unsigned char, xd_boolean>);
+    set(Kind::Integer, decodeBy<std::int32_t, xd_integer>);
+    set(Kind::Unsigned, decodeBy<std::uint32_t, xd_unsigned>);
+    set(Kind::Uint16, decodeBy<std::uint16_t, xd_uint16>);
+    set(Kind::BigInteger, decodeBigInteger);
+    set(Kind::Enumerated, decodeEnumerated);
+    set(Kind::Null, decodeNull);
+    set(Kind::ObjectIdentifier, decodeBy<ASN1OBJID, xd_objid>);
+    set(Kind::OctetString, decodeOctetString);
+    set(Kind::InlineOctetString, decodeInlineOctetString);
+    set(Kind::BitString, decodeBitString);
+    set(Kind::InlineBitString, decodeInlineBitString);
+    set(Kind::CharString, decodeCharString);
+    set(Kind::BmpString, decodeWideString<Asn116BitCharString, xd_16BitCharStr>);
+    set(Kind::UniversalString, decodeWideString<Asn132BitCharString, xd_32BitCharStr>);
+    set(Kind::OpenType, decodeOpenType);
+    set(Kind::TableOpenType, decodeOpenType);
+    set(Kind::RawContent, decodeRawContent);
+    return table;
+}
+static_assert(std::ranges::none_of(decoders(), [](PrimitiveDecoder* decoder) { return decoder == nullptr; }));
+
 }  // namespace
 
-int decodePrimitive(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, ASN1TagType tagging, int length,
-                    bool dropped) {
-    switch (type.kind) {
-        case Kind::Boolean:
-            return xd_boolean(ctxt, static_cast<unsigned char*>(value), tagging, length);
-        case Kind::Integer:
-            return xd_integer(ctxt, static_cast<std::int32_t*>(value), tagging, length);
-        case Kind::Unsigned:
-            return xd_unsigned(ctxt, static_cast<std::uint32_t*>(value), tagging, length);
-        case Kind::Uint16:
-            return xd_uint16(ctxt, static_cast<std::uint16_t*>(value), tagging, length);
-        case Kind::BigInteger:
-            if (dropped) return passOverNumber(ctxt, tagging, length);
-            return xd_bigint(ctxt, static_cast<const char**>(value), tagging, length);
-        case Kind::Enumerated:
-            return decodeEnumerated(ctxt, type, value, tagging, length);
-        case Kind::Null:
-            return xd_null(ctxt, tagging);
-        case Kind::ObjectIdentifier:
-            return xd_objid(ctxt, static_cast<ASN1OBJID*>(value), tagging, length);
-        case Kind::OctetString: {
-            auto& string = *static_cast<ASN1TDynOctStr*>(value);
-            return xd_octstr(ctxt, &string.data, &string.numocts, tagging, length);
-        }
-        case Kind::BitString: {
-            auto& string = *static_cast<ASN1TDynBitStr*>(value);
-            return xd_bitstr(ctxt, &string.data, &string.numbits, tagging, length);
-        }
-        case Kind::InlineOctetString:
-        case Kind::InlineBitString:
-            return decodeInlineString(ctxt, type, value, tagging, length);
-        case Kind::CharString:
-            if (dropped && !type.hasBounds) return passOverText(ctxt, type, value, tagging, length);
-            return xd_charstr(ctxt, static_cast<const char**>(value), tagging, type.tag, length);
-        case Kind::BmpString:
-            return xd_16BitCharStr(ctxt, static_cast<Asn116BitCharString*>(value), tagging, type.tag, length);
-        case Kind::UniversalString:
-            return xd_32BitCharStr(ctxt, static_cast<Asn132BitCharString*>(value), tagging, type.tag, length);
-        case Kind::OpenType:
-        case Kind::TableOpenType:
-            return decodeOpenType(ctxt, value);
-        case Kind::RawContent:
-            // Without a tag around it, it is one element.
-            return tagging == ASN1IMPL ? decodeRawContent(ctxt, value, length) : decodeOpenType(ctxt, value);
-        default:
-            return RTS_NOT_SUPPORTED;
-    }
-}
+constinit const std::array<PrimitiveDecoder*, kPrimitiveKinds> primitiveDecoders = decoders();
 
 }  // namespace asn1data

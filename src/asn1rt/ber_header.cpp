@@ -47,7 +47,19 @@ int readLength(ASN1CTXT* ctxt, int* length) {
     return RTS_OK;
 }
 
+ASN1TAG tagOf(unsigned char octet, std::uint32_t number) {
+    return static_cast<ASN1TAG>(octet & 0xE0) << 24 | number;
+}
+
 int readTagAndLength(ASN1CTXT* ctxt, ASN1TAG* tag, int* length) {
+    if (hasShortLength(ctxt) && (*asn1rt::cursor(ctxt) & 0x1F) != 0x1F) {
+        const unsigned char octet = *asn1rt::cursor(ctxt);
+        asn1rt::setConstructed(ctxt, (octet & 0x20) != 0);
+        *tag = tagOf(octet, octet & 0x1F);
+        *length = asn1rt::cursor(ctxt)[1];
+        ctxt->buffer.byteIndex += 2;
+        return RTS_OK;
+    }
     ASN1TAG readTag = 0;
     int readLengthValue = 0;
     if (int status = xd_tag(ctxt, &readTag); status != RTS_OK) return status;
@@ -193,7 +205,7 @@ int xd_tag(ASN1CTXT* ctxt, ASN1TAG* tag) {
     if (number == 0x1F) {
         if (int status = readLongTagNumber(ctxt, &number); status != RTS_OK) return status;
     }
-    *tag = static_cast<ASN1TAG>(octet & 0xE0) << 24 | number;
+    *tag = tagOf(octet, number);
     return RTS_OK;
 }
 

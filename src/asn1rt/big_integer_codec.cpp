@@ -128,6 +128,30 @@ int withTag(ASN1CTXT* ctxt, int length, ASN1TagType tagging) {
 
 }  // namespace
 
+namespace asn1rt {
+
+std::uint32_t leadingZeros(const unsigned char* octets, std::uint32_t count) {
+    std::uint32_t zeros = 0;
+    while (zeros < count && octets[zeros] == 0)
+        ++zeros;
+    return zeros;
+}
+
+void writeBigIntegerText(const unsigned char* octets, std::uint32_t count, std::uint32_t dropped,
+                         char* text) {
+    *text++ = '0';
+    *text++ = 'x';
+    const bool keepsSign = dropped > 0 && dropped < count && (octets[dropped] & 0x80) != 0;
+    if (dropped == count || keepsSign) *text++ = '0';
+    for (std::uint32_t i = dropped; i < count; ++i) {
+        *text++ = kLowerHexDigits[octets[i] >> 4];
+        *text++ = kLowerHexDigits[octets[i] & 0x0F];
+    }
+    *text = '\0';
+}
+
+}  // namespace asn1rt
+
 extern "C" {
 
 int xe_bigint(ASN1CTXT* ctxt, const char* text, ASN1TagType tagging) {
@@ -157,24 +181,14 @@ int xd_bigint(ASN1CTXT* ctxt, const char** text, ASN1TagType tagging, int length
     }
     if (length < 0) return record(ctxt, RTS_BAD_LENGTH);
     if (static_cast<std::uint32_t>(length) > asn1rt::room(ctxt)) return RTS_END_OF_BUFFER;
-    const unsigned char* octets = asn1rt::cursor(ctxt);
-    const unsigned char* end = octets + length;
-    const unsigned char* first = std::find_if(octets, end, [](unsigned char octet) { return octet != 0; });
-    const auto significant = static_cast<std::uint64_t>(end - first);
-    char* target = static_cast<char*>(asn1rt::allocate(ctxt, 2 * significant + 4));
+    const auto count = static_cast<std::uint32_t>(length);
+    const std::uint32_t dropped = asn1rt::leadingZeros(asn1rt::cursor(ctxt), count);
+    auto* const target =
+        static_cast<char*>(asn1rt::allocate(ctxt, asn1rt::bigIntegerTextSize(count - dropped)));
     if (!target) return RTS_NO_MEMORY;
-    ctxt->buffer.byteIndex += static_cast<std::uint32_t>(length);
+    asn1rt::writeBigIntegerText(asn1rt::cursor(ctxt), count, dropped, target);
+    ctxt->buffer.byteIndex += count;
     *text = target;
-
-    *target++ = '0';
-    *target++ = 'x';
-    const bool keepsSign = first != octets && first != end && (*first & 0x80) != 0;
-    if (first == end || keepsSign) *target++ = '0';
-    for (; first != end; ++first) {
-        *target++ = asn1rt::kLowerHexDigits[*first >> 4];
-        *target++ = asn1rt::kLowerHexDigits[*first & 0x0F];
-    }
-    *target = '\0';
     return RTS_OK;
 }
 

@@ -19,8 +19,8 @@ inline const unsigned char* cursor(const ASN1CTXT* ctxt) {
 }
 
 inline void setConstructed(ASN1CTXT* ctxt, bool constructed) {
-    ctxt->flags = static_cast<std::uint16_t>(constructed ? ctxt->flags | ASN1_CONSTRUCTED
-                                                         : ctxt->flags & ~ASN1_CONSTRUCTED);
+    ctxt->flags =
+        static_cast<std::uint16_t>((ctxt->flags & ~ASN1_CONSTRUCTED) | (constructed ? ASN1_CONSTRUCTED : 0));
 }
 
 inline bool isConstructed(const ASN1CTXT* ctxt) {

@@ -143,13 +143,14 @@ void CBlob::readFromHexString(char const* text) {
     if (text == nullptr) return clear();
     const std::uint64_t half = std::strlen(text) / 2;
     if (length_ <= half) data_ = newBytes(half + 1);
-    length_ = 0;
+    unsigned char* end = data_.get();
     for (text = skipSpace(text); *text != 0; text = skipSpace(text + 2)) {
         const unsigned high = asn1rt::digitOf(text[0]);
         const unsigned low = asn1rt::digitOf(text[1]);
-        if (high > 15 || low > 15) return;
-        data_[length_++] = static_cast<unsigned char>(high * 16 + low);
+        if (high > 15 || low > 15) break;
+        *end++ = static_cast<unsigned char>(high * 16 + low);
     }
+    length_ = static_cast<std::uint64_t>(end - data_.get());
 }
 
 CStringProxy CBlob::writeToHexString(unsigned long group) const {

@@ -1,6 +1,7 @@
 #include "ocsp/response_message.h"
 
 #include <string>
+#include <utility>
 
 #include "asn1/choice.h"
 #include "asn1/object_identifier_text.h"
@@ -87,10 +88,16 @@ CBlob const* CResponseMessage::get_response() const {
 
 void CResponseMessage::put_response(char const* type, CBlob const* response) {
     if (!type != !response) failure::raise(failure::invalidArgument);
-    // Both are made before either is replaced: the arguments may point into the old ones, and memory may
-    // fail.
-    auto newType = type ? std::make_unique<std::string>(type) : nullptr;
-    auto newResponse = response ? std::make_unique<CBlob>(*response) : nullptr;
+    if (type) return put_response(type, CBlob(*response));
+    impl_->responseType.reset();
+    impl_->response.reset();
+}
+
+void CResponseMessage::put_response(char const* type, CBlob&& response) {
+    if (!type) failure::raise(failure::invalidArgument);
+    // Both are made before either is replaced: the type may point into the old one, and memory may fail.
+    auto newType = std::make_unique<std::string>(type);
+    auto newResponse = std::make_unique<CBlob>(std::move(response));
     impl_->responseType = std::move(newType);
     impl_->response = std::move(newResponse);
 }
@@ -116,7 +123,7 @@ void ASN1T_OCSPResponse_traits::get(ASN1_T const& record, CResponseMessage& valu
     const ASN1::ObjectIdentifierText type(record.responseBytes.responseType);
     CBlob response;
     ASN1::ASN1TDynOctStr_traits::get(record.responseBytes.response, response);
-    value.put_response(type.c_str(), &response);
+    value.put_response(type.c_str(), std::move(response));
 }
 
 void ASN1T_OCSPResponse_traits::copy(ASN1CTXT* ctxt, ASN1_T const& source, ASN1_T& target) {

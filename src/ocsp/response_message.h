@@ -79,6 +79,8 @@ class MIRVANE_API CResponseMessage {
     // Copies both, or with two null pointers removes them. Throws 0x80070057 if only one is null, with
     // nothing changed, as a failure of memory does. The type is not looked at before encode().
     void put_response(char const* type, CBlob const* response);
+    // The same without a copy of the octets. Throws 0x80070057 for a null type, with nothing changed.
+    void put_response(char const* type, CBlob&& response);
 
   private:
     friend struct ASN1T_OCSPResponse_traits;

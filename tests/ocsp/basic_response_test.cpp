@@ -258,6 +258,34 @@ TEST(BasicResponse, AnotherDecodeReplacesTheEntries) {
     EXPECT_EQ(response.get_responses().size(), 1u);
 }
 
+// The parts of an entry stand in a room of fixed size while it is read; what it can't hold stands elsewhere.
+TEST(BasicResponse, EntriesOfAllSizesComeBack) {
+    const CCertID small = certID();
+    CCertStatus good;
+    good.put_good();
+    CSingleResponseList entries;
+    for (unsigned long octets : {1, 8, 900, 1014, 1022, 1023, 1024, 2000, 2048, 100000, 8}) {
+        CBlob number(octets);
+        for (unsigned long i = 0; i < octets; ++i)
+            number.pbData()[i] = static_cast<unsigned char>(1 + i % 127);
+        entries.push_back({CCertID(small.get_hashAlgorithm(), small.get_issuerNameHash(),
+                                   small.get_issuerKeyHash(), ASN1::CBigInteger(number.pbData(), octets)),
+                           good, noonPlus(0)});
+    }
+    CBasicResponse response(noonPlus(0), CResponderID(CResponderID::byKey, blob("01")));
+    response.put_responses(entries);
+    test::sign(response, rsaSigner());
+    CBasicResponse read;
+    read.decode(response.encode());
+    ASSERT_EQ(read.get_responses().size(), entries.size());
+    auto expected = entries.begin();
+    for (CSingleResponse const& entry : read.get_responses()) {
+        EXPECT_TRUE(*entry.get_reqCert().get_certID() == *expected->get_reqCert().get_certID());
+        EXPECT_TRUE(entry.get_thisUpdate() == expected->get_thisUpdate());
+        ++expected;
+    }
+}
+
 // A response whose producedAt is this text of fifteen characters.
 CBlob responseAt(std::string_view time) {
     CBlob encoded = signedResponse().encode();
