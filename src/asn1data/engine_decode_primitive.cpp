@@ -1,6 +1,5 @@
 #include "asn1data/engine_decode_primitive.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstring>
@@ -164,35 +163,27 @@ int decodeRawContent(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, AS
     return RTS_OK;
 }
 
-constexpr auto decoders() {
-    std::array<PrimitiveDecoder*, kPrimitiveKinds> table{};
-    const auto set = [&](Kind kind, PrimitiveDecoder* decoder) {
-        table[static_cast<std::size_t>(kind)] = decoder;
-    };
-    set(Kind::Boolean, decodeBy<unsigned char, xd_boolean>);
-    set(Kind::Integer, decodeBy<std::int32_t, xd_integer>);
-    set(Kind::Unsigned, decodeBy<std::uint32_t, xd_unsigned>);
-    set(Kind::Uint16, decodeBy<std::uint16_t, xd_uint16>);
-    set(Kind::BigInteger, decodeBigInteger);
-    set(Kind::Enumerated, decodeEnumerated);
-    set(Kind::Null, decodeNull);
-    set(Kind::ObjectIdentifier, decodeBy<ASN1OBJID, xd_objid>);
-    set(Kind::OctetString, decodeOctetString);
-    set(Kind::InlineOctetString, decodeInlineOctetString);
-    set(Kind::BitString, decodeBitString);
-    set(Kind::InlineBitString, decodeInlineBitString);
-    set(Kind::CharString, decodeCharString);
-    set(Kind::BmpString, decodeWideString<Asn116BitCharString, xd_16BitCharStr>);
-    set(Kind::UniversalString, decodeWideString<Asn132BitCharString, xd_32BitCharStr>);
-    set(Kind::OpenType, decodeOpenType);
-    set(Kind::TableOpenType, decodeOpenType);
-    set(Kind::RawContent, decodeRawContent);
-    return table;
-}
-static_assert(std::ranges::none_of(decoders(), [](PrimitiveDecoder* decoder) { return decoder == nullptr; }));
-
 }  // namespace
 
-constinit const std::array<PrimitiveDecoder*, kPrimitiveKinds> primitiveDecoders = decoders();
+constinit const std::array<PrimitiveDecoder*, kPrimitiveKinds> primitiveDecoders = std::to_array({
+    decodeBy<unsigned char, xd_boolean>,
+    decodeBy<std::int32_t, xd_integer>,
+    decodeBy<std::uint32_t, xd_unsigned>,
+    decodeBy<std::uint16_t, xd_uint16>,
+    decodeBigInteger,
+    decodeEnumerated,
+    decodeNull,
+    decodeBy<ASN1OBJID, xd_objid>,
+    decodeOctetString,
+    decodeInlineOctetString,
+    decodeBitString,
+    decodeInlineBitString,
+    decodeCharString,
+    decodeWideString<Asn116BitCharString, xd_16BitCharStr>,
+    decodeWideString<Asn132BitCharString, xd_32BitCharStr>,
+    decodeOpenType,
+    decodeOpenType,
+    decodeRawContent,
+});
 
 }  // namespace asn1data

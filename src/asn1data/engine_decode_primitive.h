@@ -22,7 +22,7 @@ inline unsigned char identifierOf(ASN1TAG tag) {
 using PrimitiveDecoder = int(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, ASN1TagType tagging,
                              int length, Passing& passing);
 
-// One for each of the kinds in front of Kind::Sequence.
+// One for each of the kinds in front of Kind::Sequence, in their order.
 inline constexpr std::size_t kPrimitiveKinds = static_cast<std::size_t>(Kind::Sequence);
 extern const std::array<PrimitiveDecoder*, kPrimitiveKinds> primitiveDecoders;
 
