@@ -69,6 +69,7 @@ class Decoder {
                        bool* present);
     int decodeAlternative(const TypeDescriptor& choice, const FieldDescriptor& field, void* record,
                           std::uint32_t start, int length);
+    const ObjectEntry* entryOf(const ObjectSet& objects, const ASN1OBJID& id);
     int resolveObject(const ObjectEntry& entry, Asn1TObject& object);
 
     void* newPart(std::uint64_t size);
@@ -80,6 +81,8 @@ class Decoder {
     Dropping mDropping;
     int mLevel = 0;
     Passing mPassing;
+    const ObjectSet* mLastObjects = nullptr;
+    const ObjectEntry* mLastEntry = nullptr;  // of mLastObjects
 };
 
 // A part of the value that is decoded, zeroed; null if there is no memory.
@@ -474,9 +477,20 @@ int Decoder::resolveObject(const ObjectEntry& entry, Asn1TObject& object) {
     return status == RTS_OK ? status : fail(status);
 }
 
+// The elements of a list often name the same object.
+const ObjectEntry* Decoder::entryOf(const ObjectSet& objects, const ASN1OBJID& id) {
+    if (mLastObjects == &objects && *mLastEntry->id == id) return mLastEntry;
+    const ObjectEntry* const found = findObject(objects, id);
+    if (found) {
+        mLastObjects = &objects;
+        mLastEntry = found;
+    }
+    return found;
+}
+
 int Decoder::resolve(const TypeDescriptor& type, void* record) {
     const TableConstraint& table = *type.table;
-    const ObjectEntry* entry = findObject(*table.objects, typeIdentifier(table, record));
+    const ObjectEntry* entry = entryOf(*table.objects, typeIdentifier(table, record));
     if (table.form == TableConstraint::Form::List) {
         if (!entry) return RTS_OK;
         for (auto* node = member<_Asn1RTDList>(record, table.objectOffset).head; node; node = node->next) {
