@@ -108,6 +108,7 @@ template <typename Traits>
 void asn1DecodeT(CBlob const& blob, ASN1CTXT* ctxt, typename Traits::ASN1_T& record) {
     road::run([&] {
         ASN1BERDecodeBuffer input(blob.pbData(), road::messageLength(blob));
+        rtCtxtSetFlag(input.getCtxtPtr(), ASN1_NO_COPY);  // one deep copy is enough
         typename Traits::ASN1_T decoded{};
         road::decode<Traits>(input, decoded);
         Traits::copy(ctxt, decoded, record);
