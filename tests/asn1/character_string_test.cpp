@@ -4,13 +4,7 @@
 
 #include <string>
 
-#include "support/blobs.h"
-#include "support/failures.h"
-
-using namespace Mirvane;
-using namespace Mirvane::ASN1;
-using test::blob;
-using test::thrownCode;
+#include "value_test.h"
 
 TEST(CharacterString, EachStringTypeHasItsTagAndItsOctets) {
     struct Row {

@@ -1,5 +1,6 @@
 // The names of real certificates, among them those of the system's store, held against what OpenSSL makes of
 // them.
+
 #include <gtest/gtest.h>
 #include <openssl/pem.h>
 
@@ -8,16 +9,11 @@
 #include <vector>
 
 #include "asn1/attribute_register.h"
-#include "asn1/bridge.h"
 #include "asn1/general_name_traits.h"
 #include "asn1/name.h"
 #include "asn1/text_conversion.h"
 #include "real_objects.h"
-#include "support/blobs.h"
-#include "support/failures.h"
-
-using namespace Mirvane;
-using namespace Mirvane::ASN1;
+#include "value_test.h"
 
 namespace {
 
@@ -106,10 +102,9 @@ std::string summary(const CGeneralName& name) {
 std::string summary(const GENERAL_NAME& name) {
     if (name.type == GEN_RID) return summary(9, test::dotted(name.d.registeredID));
     if (name.type == GEN_DIRNAME)
-        return summary(5, test::text(test::encodedBy(i2d_X509_NAME,
-                                                     static_cast<const X509_NAME*>(name.d.directoryName))));
-    const auto* value = static_cast<const ASN1_STRING*>(GENERAL_NAME_get0_value(&name, nullptr));
-    const CBlob octets = test::blobOf(value);
+        return summary(5, test::text(test::encodedBy<X509_NAME>(i2d_X509_NAME, name.d.directoryName)));
+    const CBlob octets =
+        test::blobOf(static_cast<const ASN1_STRING*>(GENERAL_NAME_get0_value(&name, nullptr)));
     // An address comes as a directory name.
     if (name.type == GEN_IPADD) return summary(5, test::text(octets));
     return summary(static_cast<unsigned int>(name.type) + 1,

@@ -43,6 +43,12 @@ std::unique_ptr<Object, void (*)(Object*)> parsed(Object* (*read)(Object**, unsi
     return {read(nullptr, &data, static_cast<long>(size)), release};
 }
 
+template <typename Object>
+auto parsed(Object* (*read)(Object**, unsigned char const**, long), void (*release)(Object*),
+            Mirvane::CBlob const& bytes) {
+    return parsed(read, release, bytes.pbData(), bytes.cbData());
+}
+
 struct RealExtension {
     std::string file;
     std::string oid;

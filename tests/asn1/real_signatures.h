@@ -106,29 +106,6 @@ inline std::shared_ptr<X509> signerCertificate(RealSigner const& signer) {
     return found;
 }
 
-// Whether libcrypto finds the signature over the attributes right.
-inline bool verifies(RealSigner const& signer, X509& certificate) {
-    CMS_SignerInfo_set1_signer_cert(signer.info, &certificate);
-    return !signer.signedAttributes.empty() && CMS_SignerInfo_verify(signer.info) == 1;
-}
-
-// Whether the signature is one over these octets.
-inline bool covers(RealSigner const& signer, X509 const& certificate, Mirvane::CBlob const& octets) {
-    X509_ALGOR* digest = nullptr;
-    X509_ALGOR* algorithm = nullptr;
-    CMS_SignerInfo_get0_algs(signer.info, nullptr, nullptr, &digest, &algorithm);
-    const Mirvane::CBlob signature = blobOf(CMS_SignerInfo_get0_signature(signer.info));
-    const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(), &EVP_MD_CTX_free);
-    EVP_PKEY_CTX* key = nullptr;
-    EVP_DigestVerifyInit(context.get(), &key, EVP_get_digestbyobj(digest->algorithm), nullptr,
-                         X509_get0_pubkey(&certificate));
-    if (OBJ_obj2nid(algorithm->algorithm) == NID_rsassaPss) {
-        EVP_PKEY_CTX_set_rsa_padding(key, RSA_PKCS1_PSS_PADDING);
-    }
-    return EVP_DigestVerify(context.get(), signature.pbData(), signature.cbData(), octets.pbData(),
-                            octets.cbData()) == 1;
-}
-
 }  // namespace test
 
 #endif
