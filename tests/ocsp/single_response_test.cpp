@@ -8,20 +8,15 @@
 #include "asn1data/ocsp.h"
 #include "ocsp/made_certificates.h"
 #include "ocsp/single_response_record.h"
-#include "support/blobs.h"
-#include "support/contexts.h"
-#include "support/failures.h"
+#include "ocsp_test.h"
 
 namespace Mirvane::PKI::OCSP {
 namespace {
 
+using namespace test;
 using ASN1::CExtensions;
 using ASN1::CrlReason;
-using test::blob;
-using test::text;
-using test::thrownCode;
 
-constexpr unsigned kAsn1 = 0x80093101;
 const CDateTime kNoon("20260102120000.75Z");
 
 CReqCert subject() {
@@ -72,7 +67,7 @@ TEST(CertStatus, ArgumentsMayBeItsOwn) {
 
 // The status in DER, made through its record.
 std::string encodedStatus(CCertStatus const& status) {
-    test::Encoder output;
+    Encoder output;
     asn1data::ASN1T_CertStatus record, copy;
     ASN1T_CertStatus_traits::set(output, record, status);
     ASN1T_CertStatus_traits::copy(output, record, copy);
@@ -152,7 +147,7 @@ TEST(SingleResponse, OptionalFieldsAreCopiedReplacedAndRemoved) {
 
 // The entry in DER, made through its record.
 CBlob encodedEntry(CSingleResponse const& entry) {
-    test::Encoder output;
+    Encoder output;
     asn1data::ASN1T_SingleResponse record;
     fillASN1T_SingleResponse(output, record, entry, {});
     const int length = asn1data::asn1E_SingleResponse(output, &record, ASN1EXPL);
@@ -188,7 +183,7 @@ TEST(SingleResponseRecord, WhatIsAbsentOrEmptyIsLeftOut) {
 }
 
 TEST(SingleResponseRecord, NextUpdateWithoutTextIsAbsent) {
-    test::LiveContext context;
+    LiveContext context;
     asn1data::ASN1T_SingleResponse record;
     fillASN1T_SingleResponse(context, record, CSingleResponse(subject(), CCertStatus(), kNoon), {});
     record.m.nextUpdatePresent = 1;
