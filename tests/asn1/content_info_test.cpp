@@ -150,9 +150,9 @@ void expectSigner(CMS_SignerInfo* expected, asn1data::ASN1T_SignerInfo const& re
     X509_ALGOR* signature = nullptr;
     CMS_SignerInfo_get0_algs(expected, nullptr, nullptr, &digest, &signature);
     EXPECT_EQ(signer.get_version(), record.version);
-    EXPECT_EQ(signer.get_issuer(), test::encodedBy(i2d_X509_NAME, static_cast<X509_NAME const*>(issuer)));
+    EXPECT_EQ(signer.get_issuer(), test::writtenBy(i2d_X509_NAME, static_cast<X509_NAME const*>(issuer)));
     EXPECT_EQ(signer.get_serialNumber().encode(),
-              test::encodedBy(i2d_ASN1_INTEGER, static_cast<ASN1_INTEGER const*>(serialNumber)));
+              test::writtenBy(i2d_ASN1_INTEGER, static_cast<ASN1_INTEGER const*>(serialNumber)));
     EXPECT_EQ(signer.get_digestAlgorithm().get_algorithm(), algorithmText(digest));
     EXPECT_EQ(signer.get_signatureAlgorithm().get_algorithm(), algorithmText(signature));
     EXPECT_EQ(signer.get_signature(), test::blobOf(CMS_SignerInfo_get0_signature(expected)));

@@ -237,15 +237,15 @@ class RealIdentifiers : public ::testing::Test {
 
     static CBlob hashOf(X509 const* certificate, char const* oid) {
         const CAlgorithmIdentifierEx algorithm{CAlgorithmIdentifier(oid)};
-        return MakeHash(0, algorithm.get_algId(), test::encodedBy(i2d_X509, certificate), nullptr);
+        return MakeHash(0, algorithm.get_algId(), test::writtenBy(i2d_X509, certificate), nullptr);
     }
 
     // Names and number as the certificate has them.
     static CBlob issuerSerialOf(X509* certificate) {
         CGeneralName issuer;
-        issuer.put_directoryName(test::encodedBy(i2d_X509_NAME, X509_get_issuer_name(certificate)));
+        issuer.put_directoryName(test::writtenBy(i2d_X509_NAME, X509_get_issuer_name(certificate)));
         CBigInteger serial;
-        serial.decode(test::encodedBy(i2d_ASN1_INTEGER, X509_get0_serialNumber(certificate)));
+        serial.decode(test::writtenBy(i2d_ASN1_INTEGER, X509_get0_serialNumber(certificate)));
         return CIssuerSerial({issuer}, serial).encode();
     }
 

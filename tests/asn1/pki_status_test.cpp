@@ -125,7 +125,7 @@ TEST(RealStatusInfo, OfTimeStampResponsesIsAsLibcryptoReadsIt) {
         const auto response = test::parsed(d2i_TS_RESP, TS_RESP_free, message.data(), message.size());
         if (!response) continue;
         TS_STATUS_INFO const* const expected = TS_RESP_get_status_info(response.get());
-        const CBlob encoded = test::encodedBy(i2d_TS_STATUS_INFO, expected);
+        const CBlob encoded = test::writtenBy(i2d_TS_STATUS_INFO, expected);
         SCOPED_TRACE(path.filename().string());
         CPKIStatusInfo status(waiting);
         ASSERT_EQ(thrownCode([&] { status.decode(encoded); }), 0u);

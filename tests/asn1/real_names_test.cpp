@@ -76,7 +76,7 @@ const std::string kRefused = "dss-eu-lotl-pivot-335-b64_32.crt.der";  // a count
 const std::string kUnsorted = "ocspbuilder-test-ocsp.crt.der";  // not DER: encoding sorts the attributes
 
 void expectSame(const X509_NAME* real, const std::string& file) {
-    const CBlob encoded = test::encodedBy(i2d_X509_NAME, real);
+    const CBlob encoded = test::writtenBy(i2d_X509_NAME, real);
     CName name;
     const unsigned code = test::thrownCode([&] { name.decode(encoded); });
     EXPECT_EQ(code, file == kRefused ? 0x80093101u : 0u);
@@ -102,7 +102,7 @@ std::string summary(const CGeneralName& name) {
 std::string summary(const GENERAL_NAME& name) {
     if (name.type == GEN_RID) return summary(9, test::dotted(name.d.registeredID));
     if (name.type == GEN_DIRNAME)
-        return summary(5, test::text(test::encodedBy<X509_NAME>(i2d_X509_NAME, name.d.directoryName)));
+        return summary(5, test::text(test::writtenBy<X509_NAME>(i2d_X509_NAME, name.d.directoryName)));
     const CBlob octets =
         test::blobOf(static_cast<const ASN1_STRING*>(GENERAL_NAME_get0_value(&name, nullptr)));
     // An address comes as a directory name.
@@ -140,7 +140,7 @@ TEST(RealNames, AlternativeNamesHoldWhatOpenSslFinds) {
                 static_cast<GENERAL_NAMES*>(X509_get_ext_d2i(certificate.get(), kind, nullptr, nullptr)));
             if (!real) continue;
             const CBlob encoded =
-                test::encodedBy(i2d_GENERAL_NAMES, static_cast<const GENERAL_NAMES*>(real.get()));
+                test::writtenBy(i2d_GENERAL_NAMES, static_cast<const GENERAL_NAMES*>(real.get()));
             CGeneralNames names;
             const unsigned code =
                 test::thrownCode([&] { asn1Decode<ASN1T_GeneralNames_traits>(encoded, names); });

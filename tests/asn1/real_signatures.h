@@ -40,15 +40,15 @@ inline std::shared_ptr<CMS_ContentInfo> signedMessage(Octets const& octets) {
     const auto response = parsed(d2i_TS_RESP, TS_RESP_free, octets.data(), octets.size());
     PKCS7* const token = response ? TS_RESP_get_token(response.get()) : nullptr;
     if (token == nullptr) return nullptr;
-    const Mirvane::CBlob encoded = encodedBy(i2d_PKCS7, token);
+    const Mirvane::CBlob encoded = writtenBy(i2d_PKCS7, token);
     return messageIn(encoded.pbData(), encoded.cbData());
 }
 
 inline RealAttribute realAttribute(std::string const& file, X509_ATTRIBUTE* attribute) {
     RealAttribute real{
-        file, dotted(X509_ATTRIBUTE_get0_object(attribute)), encodedBy(i2d_X509_ATTRIBUTE, attribute), {}};
+        file, dotted(X509_ATTRIBUTE_get0_object(attribute)), writtenBy(i2d_X509_ATTRIBUTE, attribute), {}};
     for (int i = 0; i < X509_ATTRIBUTE_count(attribute); ++i) {
-        real.values.push_back(encodedBy(i2d_ASN1_TYPE, X509_ATTRIBUTE_get0_type(attribute, i)));
+        real.values.push_back(writtenBy(i2d_ASN1_TYPE, X509_ATTRIBUTE_get0_type(attribute, i)));
     }
     return real;
 }

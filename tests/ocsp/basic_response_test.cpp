@@ -23,11 +23,6 @@ CDateTime noonPlus(unsigned microseconds) {
     return CDateTime(2026, 1, 1, 12, 0, 0, microseconds / 1000, microseconds % 1000);
 }
 
-std::string textOf(ASN1_GENERALIZEDTIME const* time) {
-    return {reinterpret_cast<char const*>(ASN1_STRING_get0_data(time)),
-            static_cast<std::size_t>(ASN1_STRING_length(time))};
-}
-
 // The times of the wire as OpenSSL finds them.
 struct WireTimes {
     explicit WireTimes(CBlob const& encoded) {
@@ -36,10 +31,14 @@ struct WireTimes {
         ASN1_GENERALIZEDTIME* from = nullptr;
         ASN1_GENERALIZEDTIME* until = nullptr;
         OCSP_single_get0_status(OCSP_resp_get0(read.get(), 0), nullptr, &revoked, &from, &until);
-        producedAt = textOf(OCSP_resp_get0_produced_at(read.get()));
-        revocationTime = textOf(revoked);
-        thisUpdate = textOf(from);
-        nextUpdate = textOf(until);
+        producedAt = content(OCSP_resp_get0_produced_at(read.get()));
+        revocationTime = content(revoked);
+        thisUpdate = content(from);
+        nextUpdate = content(until);
+    }
+
+    static std::string content(ASN1_GENERALIZEDTIME const* time) {
+        return reinterpret_cast<char const*>(ASN1_STRING_get0_data(time));
     }
 
     std::string producedAt, revocationTime, thisUpdate, nextUpdate;

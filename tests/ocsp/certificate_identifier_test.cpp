@@ -66,8 +66,7 @@ TEST(CertID, IsTheOneOfLibcryptoForRealCertificates) {
         pairs += issuer != parsed.get();
         const CBlob issuerEncoded = writtenBy(i2d_X509, static_cast<X509 const*>(issuer));
         for (auto const& [oid, hash] : hashes) {
-            const std::unique_ptr<OCSP_CERTID, decltype(&OCSP_CERTID_free)> expected(
-                OCSP_cert_to_id(hash, parsed.get(), issuer), &OCSP_CERTID_free);
+            const auto expected = owned(OCSP_cert_to_id(hash, parsed.get(), issuer), OCSP_CERTID_free);
             ASSERT_TRUE(expected) << file;
             const CCertID made(algorithm(oid), encoded, issuerEncoded);
             EXPECT_EQ(text(made.encode()),
@@ -202,24 +201,17 @@ CBlob signedPart(CBlob const& certificate) {
     return CBlob(first, static_cast<unsigned long>(cursor + length - first));
 }
 
-CBlob octetsOf(ASN1_STRING const* string) {
-    return CBlob(ASN1_STRING_get0_data(string), static_cast<unsigned long>(ASN1_STRING_length(string)));
-}
-
 void expectFieldsOf(RealCertificate const& certificate, CCertIdWithSignature const& made) {
     X509* const parsed = certificate.parsed.get();
     ASN1_BIT_STRING const* signature = nullptr;
     X509_get0_signature(&signature, nullptr, parsed);
     int hash = NID_undef;
     X509_get_signature_info(parsed, &hash, nullptr, nullptr, nullptr);
-    char oid[200];
-    OBJ_obj2txt(oid, sizeof oid, X509_get0_tbs_sigalg(parsed)->algorithm, 1);
-    EXPECT_EQ(made.get_issuer(),
-              writtenBy(i2d_X509_NAME, static_cast<X509_NAME const*>(X509_get_issuer_name(parsed))));
+    EXPECT_EQ(made.get_issuer(), writtenBy<X509_NAME>(i2d_X509_NAME, X509_get_issuer_name(parsed)));
     EXPECT_EQ(text(made.get_serialNumber().encode()),
               text(writtenBy(i2d_ASN1_INTEGER, X509_get0_serialNumber(parsed))));
-    EXPECT_STREQ(made.get_signatureAlgorithm().get_algorithm(), oid);
-    EXPECT_EQ(made.get_signatureValue(), octetsOf(signature));
+    EXPECT_EQ(made.get_signatureAlgorithm().get_algorithm(), dotted(X509_get0_tbs_sigalg(parsed)->algorithm));
+    EXPECT_EQ(made.get_signatureValue(), blobOf(signature));
     EXPECT_EQ(made.get_tbsCertificateHash(),
               digest(EVP_get_digestbynid(hash), signedPart(certificate.encoded)));
 }

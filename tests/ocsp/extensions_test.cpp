@@ -44,8 +44,7 @@ ASN1::CCRLDistPointsSyntax places(wchar_t const* url) {
 
 // The value of an extension that libcrypto made, after a look at its identifier.
 CBlob theirs(X509_EXTENSION* made, char const* oid) {
-    const std::unique_ptr<X509_EXTENSION, decltype(&X509_EXTENSION_free)> extension(made,
-                                                                                    &X509_EXTENSION_free);
+    const auto extension = test::owned(made, X509_EXTENSION_free);
     const ASN1::CExtension read = test::extensionOf(extension.get());
     EXPECT_STREQ(read.get_oid(), oid);
     return read.get_extnValue();
@@ -224,7 +223,7 @@ TEST(ArchiveCutoff, IsLibcryptosAndComesBack) {
 }
 
 TEST(ServiceLocator, IsLibcryptosAndComesBack) {
-    const std::unique_ptr<X509_NAME, decltype(&X509_NAME_free)> name(X509_NAME_new(), &X509_NAME_free);
+    const auto name = test::owned(X509_NAME_new(), X509_NAME_free);
     X509_NAME_add_entry_by_txt(name.get(), "CN", MBSTRING_UTF8, reinterpret_cast<unsigned char const*>("CA"),
                                -1, -1, 0);
     unsigned char const* encodedName = nullptr;

@@ -19,21 +19,6 @@ constexpr char kSha1WithRsa[] = "1.2.840.113549.1.1.5";
 constexpr char kSha256[] = "2.16.840.1.101.3.4.2.1";
 constexpr char kPss[] = "1.2.840.113549.1.1.10";
 
-Octets octetsOf(CBlob const& value) {
-    return Octets(value.pbData(), value.pbData() + value.cbData());
-}
-
-// OpenSSL's signature of octets, in the order of ASN.1.
-Octets opensslSignature(Octets const& data, Signer const& signer) {
-    const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(), EVP_MD_CTX_free);
-    EVP_DigestSignInit(context.get(), nullptr, signer.digest, nullptr, signer.key.get());
-    Octets signature(1024);
-    std::size_t length = signature.size();
-    EXPECT_EQ(EVP_DigestSign(context.get(), signature.data(), &length, data.data(), data.size()), 1);
-    signature.resize(length);
-    return signature;
-}
-
 class EachKindOfKey : public testing::TestWithParam<test::Algorithms> {
   protected:
     void SetUp() override {
@@ -117,7 +102,8 @@ TEST(Signing, OnlyTheLastSignatureIsLeft) {
 // The content of a message round a part that OpenSSL signed as it stands.
 template <typename Message>
 Octets signedAround(Octets const& part) {
-    const Octets bits = element(0x03, octets("00") + opensslSignature(part, rsaSigner()));
+    const Octets bits =
+        element(0x03, octets("00") + opensslSignature(rsaSigner().key, rsaSigner().digest, part));
     const Octets signature = octetsOf(rsaSigner().algorithm.encode()) + bits;
     if constexpr (std::is_same_v<Message, CBasicResponse>) return part + signature;
     return part + element(0xA0, element(0x30, signature));

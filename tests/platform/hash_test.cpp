@@ -96,16 +96,6 @@ TEST(HashObject, TakesNoDataOnceItsValueWasReadAndGivesItAgain) {
     EXPECT_EQ(valueOf(hash), value);
 }
 
-TEST(HashObject, OutlivesItsProvider) {
-    HCRYPTPROV provider = 0;
-    ASSERT_TRUE(CryptAcquireContextA(&provider, nullptr, nullptr, PROV_RSA_FULL, CRYPT_VERIFYCONTEXT));
-    Hash hash;
-    ASSERT_TRUE(CryptCreateHash(provider, CALG_SHA1, 0, 0, hash.place()));
-    ASSERT_TRUE(CryptReleaseContext(provider, 0));
-    EXPECT_TRUE(CryptHashData(hash, octets("616263").data(), 3, 0));
-    EXPECT_EQ(valueOf(hash), octets(rows[1].ofAbc));
-}
-
 TEST(HashObject, RefusalsHaveTheirCodes) {
     const Provider provider(MVCAPI_I_CryptGetDefaultCryptProv(CALG_SHA1, 0));
     Hash hash;

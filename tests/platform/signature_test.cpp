@@ -33,20 +33,12 @@ const Pair pairs[] = {
 };
 
 Octets opensslSignature(const Pair& pair) {
-    const Octets data = message();
-    const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(), EVP_MD_CTX_free);
-    EVP_DigestSignInit(context.get(), nullptr, EVP_get_digestbyname(pair.digest), nullptr,
-                       keyOfKind(pair.key).get());
-    Octets signature(1024);
-    std::size_t length = signature.size();
-    EXPECT_EQ(EVP_DigestSign(context.get(), signature.data(), &length, data.data(), data.size()), 1);
-    signature.resize(length);
-    return signature;
+    return test::opensslSignature(keyOfKind(pair.key), EVP_get_digestbyname(pair.digest));
 }
 
 bool opensslAccepts(const Pair& pair, const Octets& signature) {
     const Octets data = message();
-    const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(), EVP_MD_CTX_free);
+    const auto context = owned(EVP_MD_CTX_new(), EVP_MD_CTX_free);
     EVP_DigestVerifyInit(context.get(), nullptr, EVP_get_digestbyname(pair.digest), nullptr,
                          keyOfKind(pair.key).get());
     return EVP_DigestVerify(context.get(), signature.data(), signature.size(), data.data(), data.size()) == 1;
