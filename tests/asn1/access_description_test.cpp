@@ -1,7 +1,5 @@
 #include "asn1/access_description.h"
 
-#include <gtest/gtest.h>
-
 #include "real_objects.h"
 #include "value_test.h"
 

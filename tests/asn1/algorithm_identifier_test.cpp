@@ -1,14 +1,10 @@
 #include "asn1/algorithm_identifier.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 #include "asn1/algorithm_identifier_traits.h"
-#include "asn1data/x509_certificate.h"
 #include "platform/last_error.h"
 #include "support/allocation.h"
-#include "support/vectors.h"
 #include "value_test.h"
 
 namespace {
@@ -114,30 +110,6 @@ TEST(AlgorithmIdentifier, ARecordSharesNothingWithTheValue) {
     test::CountedAllocations allocations;
     allocations.allow(0);
     EXPECT_EQ(thrownCode([&] { ASN1T_AlgorithmIdentifier_set(context, sha1, nullptr); }), 0x80093106u);
-}
-
-TEST(AlgorithmIdentifier, ThoseOfRealCertificatesComeBack) {
-    const auto files = test::vectorFiles("certs");
-    if (files.empty()) GTEST_SKIP() << "no certificates in " << test::vectorsFolder();
-    int compared = 0;
-    for (const auto& file : files) {
-        const test::Octets message = test::readFile(file);
-        ASN1BERDecodeBuffer buffer(message.data(), static_cast<int>(message.size()));
-        asn1data::ASN1T_Certificate certificate;
-        if (asn1data::ASN1C_Certificate(buffer, certificate).DecodeFrom(buffer) < 0) continue;
-        const auto& body = certificate.tbsCertificate;
-        for (const auto* record : {&body.signature, &body.subjectPublicKeyInfo.algorithm}) {
-            CAlgorithmIdentifier value;
-            ASN1T_AlgorithmIdentifier_traits::get(*record, value);
-            const CBlob encoded = value.encode();
-            EXPECT_NE(std::search(message.begin(), message.end(), encoded.pbData(),
-                                  encoded.pbData() + encoded.cbData()),
-                      message.end())
-                << file << ' ' << value.get_algorithm();
-            ++compared;
-        }
-    }
-    EXPECT_GT(compared, 0);
 }
 
 TEST(AlgorithmIdentifierEx, ThePlatformsNumberIsLookedUp) {

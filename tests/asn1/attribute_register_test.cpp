@@ -1,7 +1,5 @@
 #include "asn1/attribute_register.h"
 
-#include <gtest/gtest.h>
-
 #include <map>
 #include <stdexcept>
 #include <string>

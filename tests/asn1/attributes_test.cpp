@@ -1,7 +1,5 @@
 #include "asn1/attributes.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <map>
 #include <set>

@@ -1,7 +1,5 @@
 #include "asn1/big_integer.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <random>
 

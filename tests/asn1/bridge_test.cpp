@@ -1,7 +1,5 @@
 #include "asn1/bridge.h"
 
-#include <gtest/gtest.h>
-
 #include "asn1/algorithm_identifier_traits.h"
 #include "value_test.h"
 

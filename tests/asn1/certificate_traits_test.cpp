@@ -1,7 +1,5 @@
 #include "asn1/certificate_traits.h"
 
-#include <gtest/gtest.h>
-
 #include "support/vectors.h"
 #include "value_test.h"
 

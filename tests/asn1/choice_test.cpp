@@ -1,7 +1,5 @@
 #include "asn1/choice.h"
 
-#include <gtest/gtest.h>
-
 #include <stdexcept>
 #include <string>
 

@@ -1,7 +1,5 @@
 #include "asn1/content_info.h"
 
-#include <gtest/gtest.h>
-
 #include <map>
 
 #include "asn1/content_info_traits.h"

@@ -1,7 +1,5 @@
 #include "asn1/distribution_point.h"
 
-#include <gtest/gtest.h>
-
 #include "asn1/distribution_point_traits.h"
 #include "real_objects.h"
 #include "value_test.h"

@@ -1,7 +1,5 @@
 #include "asn1/ess_identifiers.h"
 
-#include <gtest/gtest.h>
-
 #include <map>
 
 #include "asn1/policy_information.h"

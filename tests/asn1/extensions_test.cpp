@@ -1,7 +1,5 @@
 #include "asn1/extensions.h"
 
-#include <gtest/gtest.h>
-
 #include <map>
 
 #include "asn1/extension_traits.h"

@@ -1,7 +1,5 @@
 #include "asn1/general_name.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
 
 #include "asn1/general_name_traits.h"

@@ -1,7 +1,5 @@
 #include "asn1/name.h"
 
-#include <gtest/gtest.h>
-
 #include <stdexcept>
 #include <string>
 

@@ -1,6 +1,5 @@
 #include "asn1/pki_status.h"
 
-#include <gtest/gtest.h>
 #include <openssl/ts.h>
 
 #include "asn1/pki_status_traits.h"

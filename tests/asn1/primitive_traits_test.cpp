@@ -1,7 +1,5 @@
 #include "asn1/primitive_traits.h"
 
-#include <gtest/gtest.h>
-
 #include "value_test.h"
 
 namespace {

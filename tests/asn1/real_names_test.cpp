@@ -1,7 +1,5 @@
 // The names of real certificates, among them those of the system's store, held against what OpenSSL makes of
 // them.
-
-#include <gtest/gtest.h>
 #include <openssl/pem.h>
 
 #include <memory>

@@ -1,7 +1,5 @@
 #include "asn1/revocation_reason.h"
 
-#include <gtest/gtest.h>
-
 #include "asn1/revocation_reason_traits.h"
 #include "value_test.h"
 

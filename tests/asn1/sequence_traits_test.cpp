@@ -1,7 +1,5 @@
 #include "asn1/sequence_traits.h"
 
-#include <gtest/gtest.h>
-
 #include <vector>
 
 #include "asn1/primitive_traits.h"

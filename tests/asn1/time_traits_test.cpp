@@ -1,7 +1,5 @@
 #include "asn1/time_traits.h"
 
-#include <gtest/gtest.h>
-
 #include "base/date_time_span.h"
 #include "support/allocation.h"
 #include "support/calendar.h"

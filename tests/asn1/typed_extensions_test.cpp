@@ -1,7 +1,5 @@
 #include "asn1/typed_extensions.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <utility>
 

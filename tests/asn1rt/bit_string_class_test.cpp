@@ -1,7 +1,5 @@
 #include "asn1rt/bit_string_class.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <functional>
@@ -9,7 +7,7 @@
 #include <vector>
 
 #include "asn1rt/bit_string.h"
-#include "support/allocation.h"
+#include "runtime_test.h"
 
 namespace {
 
@@ -144,17 +142,6 @@ TEST(BitString, OrOfNoBitsSetsAllUpToTheMaximum) {
     EXPECT_EQ(fixed.numbits, 0u);
 }
 
-TEST(BitString, ArgumentBitsBehindCountAndMaximumAreClear) {
-    const unsigned char ones[] = {0xFF, 0xFF, 0xFF};
-    Fixed fixed(10, {0xA0, 0x00}, 10);
-    EXPECT_EQ(fixed.string.doXor(ones, 24), RTS_OK);
-    EXPECT_EQ(fixed.data, (Octets{0x5F, 0xC0}));
-    EXPECT_EQ(fixed.string.doAndNot(ones, 4), RTS_OK);
-    EXPECT_EQ(fixed.data, (Octets{0x0F, 0xC0}));
-    EXPECT_EQ(fixed.string.doAnd(ones, 6), RTS_OK);
-    EXPECT_EQ(fixed.data, (Octets{0x0C, 0x00}));
-}
-
 TEST(BitString, CombinesWithItsOwnStorageAlsoWhenThatMoves) {
     Dynamic heap({0xF0, 0x0E}, 16);
     ASN1CBitStr string(*heap.context, heap.record);
@@ -236,20 +223,20 @@ TEST(BitString, FailedMemoryChangesNothing) {
     ASN1CBitStr string(*heap.context, heap.record);
     const unsigned char* data = heap.record.data;
     {
-        test::CountedAllocations allocations;
+        CountedAllocations allocations;
         allocations.allow(0);
         EXPECT_EQ(string.set(9), RTS_NO_MEMORY);
     }
     EXPECT_EQ(heap.record.data, data);
     EXPECT_EQ(string.size(), 1u);
-    test::CountedAllocations allocations;
+    CountedAllocations allocations;
     allocations.allow(0);
     EXPECT_THROW(ASN1CBitStr copy(string), ASN1RTLException);
 }
 
 TEST(BitString, LongRunOfSetsRarelyAllocates) {
     ASN1CBitStr string;
-    const test::CountedAllocations memory;
+    const CountedAllocations memory;
     for (std::uint32_t bit = 0; bit < 80000; ++bit)
         string.set(bit);
     EXPECT_LE(memory.made(), 10);

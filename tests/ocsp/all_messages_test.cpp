@@ -1,7 +1,4 @@
 // What requests, responses and envelopes have in common.
-
-#include <gtest/gtest.h>
-
 #include <functional>
 
 #include "asn1rt/heap.h"
@@ -97,34 +94,32 @@ TYPED_TEST(EachMessage, CopiesAreDeepAndAssignmentRevivesAClearedOne) {
 TEST(Versions, FollowFromTheWaysToNameACertificate) {
     const CReqCert full(CReqCert::certificate, rsaSigner().encoded);
     const CReqCert withSignature{CCertIdWithSignature(rsaSigner().encoded)};
-    const struct {
-        std::vector<CReqCert> names;
-        std::uint32_t version;
-    } rows[] = {{{certID(), certID()}, 0}, {{full}, 1}, {{certID(), certID(), withSignature}, 1}, {{}, 0}};
+    const std::pair<std::vector<CReqCert>, std::uint32_t> rows[] = {
+        {{certID(), certID()}, 0}, {{full}, 1}, {{certID(), certID(), withSignature}, 1}, {{}, 0}};
     CRequestMessage request;
     CBasicResponse response = responseOf(rsaSigner());
-    for (auto const& row : rows) {
-        CSingleRequestList questions(row.names.begin(), row.names.end());
+    for (auto const& [names, version] : rows) {
+        CSingleRequestList questions(names.begin(), names.end());
         CSingleResponseList answers;
-        for (CReqCert const& name : row.names)
+        for (CReqCert const& name : names)
             answers.push_back({name, CCertStatus(), CDateTime(0, 0)});
         request.put_requestList(questions);
         response.put_responses(answers);
-        EXPECT_EQ(request.get_version(), row.version);
-        EXPECT_EQ(response.get_version(), row.version);
+        EXPECT_EQ(request.get_version(), version);
+        EXPECT_EQ(response.get_version(), version);
         test::sign(response, rsaSigner());
         for (CBlob const& encoded : {request.encode(), response.encode()}) {
             const auto fields = elementsInside(blobFrom(elementsInside(encoded)[0]));
-            EXPECT_EQ(test::text(fields[0]).starts_with("A0 03 02 01 01"), row.version == 1);
+            EXPECT_EQ(test::text(fields[0]).starts_with("A0 03 02 01 01"), version == 1);
         }
         CRequestMessage readRequest;
         readRequest.decode(request.encode());
-        EXPECT_EQ(readRequest.get_version(), row.version);
-        EXPECT_EQ(readRequest.get_requestList().size(), row.names.size());
+        EXPECT_EQ(readRequest.get_version(), version);
+        EXPECT_EQ(readRequest.get_requestList().size(), names.size());
         CBasicResponse readResponse;
         readResponse.decode(response.encode());
-        EXPECT_EQ(readResponse.get_version(), row.version);
-        EXPECT_EQ(readResponse.get_responses().size(), row.names.size());
+        EXPECT_EQ(readResponse.get_version(), version);
+        EXPECT_EQ(readResponse.get_responses().size(), names.size());
     }
     // What nobody filled in names a full certificate. A list may be put into itself.
     response.put_responses(CSingleResponseList(1));

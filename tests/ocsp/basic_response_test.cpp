@@ -1,7 +1,5 @@
 #include "ocsp/basic_response.h"
 
-#include <gtest/gtest.h>
-
 #include <climits>
 #include <set>
 
@@ -229,13 +227,6 @@ TEST(BasicResponse, WhatDoesNotEncodeOrDecodeChangesNothing) {
     EXPECT_TRUE(response.verify(rsaSigner().encoded));
 }
 
-TEST(BasicResponse, AnotherDecodeReplacesTheEntries) {
-    CBasicResponse response;
-    response.decode(signedResponse().encode());
-    response.decode(signedResponse().encode());
-    EXPECT_EQ(response.get_responses().size(), 1u);
-}
-
 // The parts of an entry stand in a room of fixed size while it is read; what it can't hold stands elsewhere.
 TEST(BasicResponse, EntriesOfAllSizesComeBack) {
     const CCertID small = certID();
@@ -254,7 +245,8 @@ TEST(BasicResponse, EntriesOfAllSizesComeBack) {
     response.put_responses(entries);
     test::sign(response, rsaSigner());
     CBasicResponse read;
-    read.decode(response.encode());
+    read.decode(signedResponse().encode());
+    read.decode(response.encode());  // replaces the one that was there
     ASSERT_EQ(read.get_responses().size(), entries.size());
     auto expected = entries.begin();
     for (CSingleResponse const& entry : read.get_responses()) {

@@ -1,7 +1,5 @@
 #include "ocsp/request_certificate.h"
 
-#include <gtest/gtest.h>
-
 #include <new>
 #include <utility>
 

@@ -1,7 +1,5 @@
 #include "ocsp/request_message.h"
 
-#include <gtest/gtest.h>
-
 #include <new>
 #include <set>
 
@@ -127,22 +125,18 @@ TEST(RequestMessage, AllPartsComeBack) {
 }
 
 TEST(RequestMessage, OnlyADirectoryNameMayAsk) {
-    const struct {
-        Octets generalName;
-        unsigned code;
-    } rows[] = {
+    const std::pair<Octets, unsigned> rows[] = {
         {element(0xA4, madeName("Asker")), 0},
         {octets("82 01 41"), kInvalidArgument},                    // dNSName
         {octets("87 04 7F 00 00 01"), kInvalidArgument},           // iPAddress
         {octets("88 01 2A"), kInvalidArgument},                    // registeredID
         {octets("A0 07 06 01 2A A0 02 05 00"), kInvalidArgument},  // otherName
     };
-    for (auto const& row : rows) {
+    for (auto const& [generalName, code] : rows) {
         CRequestMessage message;
-        EXPECT_EQ(thrownCode([&] { message.decode(wireRequest(requestorNameField(row.generalName))); }),
-                  row.code)
-            << text(row.generalName);
-        EXPECT_EQ(message.get_requestorName() != nullptr, row.code == 0);
+        EXPECT_EQ(thrownCode([&] { message.decode(wireRequest(requestorNameField(generalName))); }), code)
+            << text(generalName);
+        EXPECT_EQ(message.get_requestorName() != nullptr, code == 0);
         EXPECT_EQ(message.get_requestList().size(), 1u);
     }
 }

@@ -1,7 +1,5 @@
 #include "ocsp/response_message.h"
 
-#include <gtest/gtest.h>
-
 #include "asn1data/ocsp.h"
 #include "ocsp_test.h"
 #include "support/vectors.h"

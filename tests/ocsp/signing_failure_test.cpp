@@ -1,7 +1,4 @@
 // Signing and verifying while the platform or memory fails: each call in turn.
-
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <new>
 #include <set>

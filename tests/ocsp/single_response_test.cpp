@@ -1,7 +1,5 @@
 #include "ocsp/single_response.h"
 
-#include <gtest/gtest.h>
-
 #include <utility>
 
 #include "asn1/bridge.h"
@@ -48,6 +46,8 @@ TEST(CertStatus, GoesThroughItsStates) {
     EXPECT_EQ(shown(status), "2 unknown");
     status.put_revoked(kNoon, &superseded);
     EXPECT_EQ(shown(status), "1 revoked 20260102120000.75Z for 4");
+    status.put_revoked(*status.get_revocationTime(), status.get_revocationReason());
+    EXPECT_EQ(shown(status), "1 revoked 20260102120000.75Z for 4") << "its own parts";
     status.put_good();
     EXPECT_EQ(shown(status), "0 good");
     status.put_unknown();
@@ -56,13 +56,6 @@ TEST(CertStatus, GoesThroughItsStates) {
     EXPECT_EQ(shown(status), "1 revoked 19700101000000Z");
     EXPECT_EQ(shown(CCertStatus(kNoon, nullptr)), "1 revoked 20260102120000.75Z");
     EXPECT_EQ(shown(CCertStatus(kNoon, &superseded)), "1 revoked 20260102120000.75Z for 4");
-}
-
-TEST(CertStatus, ArgumentsMayBeItsOwn) {
-    const CrlReason hold = ASN1::certificateHold;
-    CCertStatus status(kNoon, &hold);
-    status.put_revoked(*status.get_revocationTime(), status.get_revocationReason());
-    EXPECT_EQ(shown(status), "1 revoked 20260102120000.75Z for 6");
 }
 
 // The status in DER, made through its record.
@@ -114,17 +107,6 @@ TEST(CertStatusRecord, IsReadByItsAlternative) {
     info.revocationTime = "2024022923595xZ";
     EXPECT_EQ(thrownCode([&] { read(2); }), 0x8007076D);
     EXPECT_EQ(shown(status), "2 unknown");
-}
-
-TEST(SingleResponse, NobodyFilledItInNamesAFullCertificate) {
-    const CSingleResponse entry;
-    EXPECT_EQ(entry.get_reqCert().get_certID(), nullptr);
-    EXPECT_EQ(*entry.get_reqCert().get_fullCertType(), CReqCert::certificate);
-    EXPECT_EQ(entry.get_reqCert().get_fullCert()->cbData(), 0u);
-    EXPECT_TRUE(entry.get_certStatus().isUnknown());
-    EXPECT_TRUE(entry.get_thisUpdate() == CDateTime(0, 0));
-    EXPECT_EQ(entry.get_nextUpdate(), nullptr);
-    EXPECT_EQ(entry.get_singleExtensions(), nullptr);
 }
 
 TEST(SingleResponse, OptionalFieldsAreCopiedReplacedAndRemoved) {
@@ -195,8 +177,16 @@ TEST(SingleResponseRecord, NextUpdateWithoutTextIsAbsent) {
     EXPECT_EQ(thrownCode([&] { readASN1T_SignleResponse(record); }), 0x8007076D);
 }
 
-TEST(SingleResponseRecord, NobodyFilledItInDoesNotEncode) {
-    EXPECT_EQ(thrownCode([] { encodedEntry(CSingleResponse()); }), kAsn1);
+TEST(SingleResponse, NobodyFilledItInNamesAFullCertificateAndDoesNotEncode) {
+    const CSingleResponse entry;
+    EXPECT_EQ(entry.get_reqCert().get_certID(), nullptr);
+    EXPECT_EQ(*entry.get_reqCert().get_fullCertType(), CReqCert::certificate);
+    EXPECT_EQ(entry.get_reqCert().get_fullCert()->cbData(), 0u);
+    EXPECT_TRUE(entry.get_certStatus().isUnknown());
+    EXPECT_TRUE(entry.get_thisUpdate() == CDateTime(0, 0));
+    EXPECT_EQ(entry.get_nextUpdate(), nullptr);
+    EXPECT_EQ(entry.get_singleExtensions(), nullptr);
+    EXPECT_EQ(thrownCode([&] { encodedEntry(entry); }), kAsn1);
 }
 
 }  // namespace

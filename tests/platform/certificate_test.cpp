@@ -1,7 +1,5 @@
 #include "platform/certificates.h"
 
-#include <gtest/gtest.h>
-
 #include <ctime>
 
 #include "provider_support.h"
@@ -175,16 +173,14 @@ TEST(CertificateContext, CutOrLengthenedIsRefused) {
     const Octets whole = certificateOf({});
     ASSERT_EQ(parseCode(whole), 0u);
     EXPECT_EQ(parseCode({}), CRYPT_E_ASN1_EOD);
-    EXPECT_EQ(codeOf([] { return CertCreateCertificateContext(encoding, nullptr, 5) != nullptr; }),
-              CRYPT_E_ASN1_EOD);
+    EXPECT_CODE(CRYPT_E_ASN1_EOD, CertCreateCertificateContext(encoding, nullptr, 5) != nullptr);
     for (std::size_t length = 1; length < whole.size(); ++length)
         EXPECT_EQ(parseCode(Octets(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length))),
                   CRYPT_E_ASN1_CORRUPT);
     Octets longer = whole;
     longer.push_back(0);
     EXPECT_EQ(parseCode(longer), CRYPT_E_ASN1_NOEOD);
-    EXPECT_EQ(codeOf([&] { return CertCreateCertificateContext(1, whole.data(), 9) != nullptr; }),
-              E_INVALIDARG);
+    EXPECT_CODE(E_INVALIDARG, CertCreateCertificateContext(1, whole.data(), 9) != nullptr);
     EXPECT_TRUE(CertFreeCertificateContext(nullptr));
 }
 
@@ -287,18 +283,13 @@ TEST(EncodedInteger, IsTheShortestDer) {
     CRYPT_INTEGER_BLOB blob = {1, &number};
     BYTE encoded[3];
     DWORD length = 2;
-    EXPECT_EQ(
-        codeOf([&] { return CryptEncodeObject(encoding, X509_MULTI_BYTE_INTEGER, &blob, encoded, &length); }),
-        ERROR_MORE_DATA);
+    EXPECT_CODE(ERROR_MORE_DATA,
+                CryptEncodeObject(encoding, X509_MULTI_BYTE_INTEGER, &blob, encoded, &length));
     EXPECT_EQ(length, 3u);
-    EXPECT_EQ(codeOf([&] { return CryptEncodeObject(1, X509_MULTI_BYTE_INTEGER, &blob, encoded, &length); }),
-              E_INVALIDARG);
-    EXPECT_EQ(codeOf([&] { return CryptEncodeObject(encoding, "27", &blob, encoded, &length); }),
-              ERROR_FILE_NOT_FOUND);
+    EXPECT_CODE(E_INVALIDARG, CryptEncodeObject(1, X509_MULTI_BYTE_INTEGER, &blob, encoded, &length));
+    EXPECT_CODE(ERROR_FILE_NOT_FOUND, CryptEncodeObject(encoding, "27", &blob, encoded, &length));
     blob.cbData = 0xFFFFFFFF;
-    EXPECT_EQ(
-        codeOf([&] { return CryptEncodeObject(encoding, X509_MULTI_BYTE_INTEGER, &blob, encoded, &length); }),
-        E_INVALIDARG);
+    EXPECT_CODE(E_INVALIDARG, CryptEncodeObject(encoding, X509_MULTI_BYTE_INTEGER, &blob, encoded, &length));
 }
 
 TEST(NameComparison, FollowsTheRulesOfRfc5280) {
@@ -328,8 +319,8 @@ TEST(NameComparison, OctetsThatAreNoNameEqualOnlyThemselves) {
     EXPECT_FALSE(equal(good, longer));
     EXPECT_TRUE(equal(longer, longer));
     const CERT_NAME_BLOB blob = {0, nullptr};
-    EXPECT_EQ(codeOf([&] { return CertCompareCertificateName(1, &blob, &blob); }), E_INVALIDARG);
-    EXPECT_EQ(codeOf([&] { return CertCompareCertificateName(encoding, nullptr, &blob); }), E_INVALIDARG);
+    EXPECT_CODE(E_INVALIDARG, CertCompareCertificateName(1, &blob, &blob));
+    EXPECT_CODE(E_INVALIDARG, CertCompareCertificateName(encoding, nullptr, &blob));
 }
 
 TEST(HashToBeSigned, EqualsTheHashThatOpensslChecks) {

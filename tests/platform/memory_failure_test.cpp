@@ -1,5 +1,4 @@
 // What the platform says while libcrypto runs out of memory, in each place in turn.
-#include <gtest/gtest.h>
 #include <openssl/crypto.h>
 
 #include <climits>

@@ -33,6 +33,9 @@ DWORD codeOf(Call call) {
     return GetLastError() == mark ? 0xDEAD : GetLastError();
 }
 
+// That a call of the platform leaves the code.
+#define EXPECT_CODE(code, ...) EXPECT_EQ(codeOf([&] { return __VA_ARGS__; }), code)
+
 template <BOOL (*end)(unsigned long long)>
 class Handle {
   public:
