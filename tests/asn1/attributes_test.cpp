@@ -268,9 +268,6 @@ TEST(CertificateValues, MayBeNoneAndHoldNothingElse) {
     EXPECT_EQ(thrownCode([&] { CCertificateValue(blob("30 00")).encode(); }), 0x80093101u);
 }
 
-// The one value that is refused: an issuer's name under [7] that holds what belongs under [4].
-constexpr char kMalformed[] = "tspclient-TimeStampTokenWithWrongSigningCertificateV2IssuerChoiceTag.tst.der";
-
 // Values that come back to other bytes than their own when they are built from their members.
 struct Exception {
     char const* oid;
@@ -289,21 +286,7 @@ bool comesBack(test::RealSigner const& signer, std::string_view oid) {
     return exception == kExceptions.end() || exception->second.oid != oid;
 }
 
-class RealAttributes : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        if (signers().empty()) GTEST_SKIP() << "no real signed messages here";
-    }
-    static std::vector<test::RealSigner> const& signers() {
-        static const auto found = test::realSigners();
-        return found;
-    }
-    static auto values(char const* oid) {
-        auto found = test::signedValues(signers(), oid);
-        EXPECT_FALSE(found.empty()) << oid;
-        return found;
-    }
-};
+using RealAttributes = test::RealSigners;
 
 TEST_F(RealAttributes, AreTakenApartAndBuiltAgain) {
     std::set<std::string> kinds;
@@ -312,7 +295,7 @@ TEST_F(RealAttributes, AreTakenApartAndBuiltAgain) {
         attributes.insert(attributes.end(), signer.unsignedAttributes.begin(),
                           signer.unsignedAttributes.end());
         for (test::RealAttribute const& real : attributes) {
-            const bool malformed = real.file == kMalformed && real.oid == kSigningCertificateV2;
+            const bool malformed = real.file == test::kMalformedSigner && real.oid == kSigningCertificateV2;
             CAttribute read;
             EXPECT_EQ(thrownCode([&] { read.decode(real.encoded); }), malformed ? 0x80093101u : 0u)
                 << real.file;
@@ -331,7 +314,7 @@ TEST_F(RealAttributes, AreTakenApartAndBuiltAgain) {
 // What is signed is the set in the order of DER.
 TEST_F(RealAttributes, AsASetStandInOrder) {
     for (auto const& signer : signers()) {
-        if (signer.file == kMalformed || signer.signedAttributes.empty()) continue;
+        if (signer.file == test::kMalformedSigner || signer.signedAttributes.empty()) continue;
         CAttributes attributes;
         std::multiset<CBlob> inOrder;
         for (auto const& real : signer.signedAttributes) {
@@ -393,6 +376,6 @@ TEST_F(RealAttributes, SigningCertificatesComeBack) {
     for (auto const& [signer, value] : values(kSigningCertificate))
         check(CAttrSigningCertificate(), *signer, value);
     for (auto const& [signer, value] : values(kSigningCertificateV2)) {
-        if (signer->file != kMalformed) check(CAttrSigningCertificateV2(), *signer, value);
+        if (signer->file != test::kMalformedSigner) check(CAttrSigningCertificateV2(), *signer, value);
     }
 }

@@ -214,25 +214,14 @@ TEST(PolicyInformation, IsRefusedWithTheStatedCodeAndStays) {
     expectRefused(CPolicyInformation("1.2"), 0x80093101, {"30 00"});
 }
 
-// An identifier with an issuer's name that does not decode.
-constexpr char kMalformed[] = "tspclient-TimeStampTokenWithWrongSigningCertificateV2IssuerChoiceTag.tst.der";
-
 // Messages whose identifier is not that of the signer's certificate.
 const std::map<std::string, char const*> kOthers = {
     {"tspclient-TimeStampTokenWithInvalidCertificates.tst.der", "made to be so"},
     {"tspclient-TimeStampTokenWithSHA1CertHash.tst.der", "names SHA-1, and holds 32 bytes"},
 };
 
-class RealIdentifiers : public ::testing::Test {
+class RealIdentifiers : public test::RealSigners {
   protected:
-    void SetUp() override {
-        if (signers().empty()) GTEST_SKIP() << "no real signed messages here";
-    }
-    static std::vector<test::RealSigner> const& signers() {
-        static const auto found = test::realSigners();
-        return found;
-    }
-
     static CBlob hashOf(X509 const* certificate, char const* oid) {
         const CAlgorithmIdentifierEx algorithm{CAlgorithmIdentifier(oid)};
         return MakeHash(0, algorithm.get_algId(), test::writtenBy(i2d_X509, certificate), nullptr);
@@ -264,13 +253,13 @@ class RealIdentifiers : public ::testing::Test {
 
 TEST_F(RealIdentifiers, EqualTheHashOfTheSignersCertificate) {
     int count = 0;
-    for (auto const& [signer, value] : test::signedValues(signers(), "1.2.840.113549.1.9.16.2.12")) {
+    for (auto const& [signer, value] : values("1.2.840.113549.1.9.16.2.12")) {
         const CAttrSigningCertificate attribute(value);
         if (attribute.get_certs().empty()) continue;
         count += check(*signer, attribute.get_certs().front(), "1.3.14.3.2.26") ? 1 : 0;
     }
-    for (auto const& [signer, value] : test::signedValues(signers(), "1.2.840.113549.1.9.16.2.47")) {
-        if (signer->file == kMalformed) continue;
+    for (auto const& [signer, value] : values("1.2.840.113549.1.9.16.2.47")) {
+        if (signer->file == test::kMalformedSigner) continue;
         const CAttrSigningCertificateV2 attribute(value);
         auto const& first = attribute.get_certs().front();
         count += check(*signer, first, first.get_hashAlgorithm().get_algorithm()) ? 1 : 0;

@@ -3,6 +3,7 @@
 #ifndef MIRVANE_TESTS_ASN1_REAL_SIGNATURES_H
 #define MIRVANE_TESTS_ASN1_REAL_SIGNATURES_H
 
+#include <gtest/gtest.h>
 #include <openssl/cms.h>
 #include <openssl/rsa.h>
 #include <openssl/ts.h>
@@ -91,6 +92,27 @@ inline std::vector<std::pair<RealSigner const*, Mirvane::CBlob>> signedValues(
     }
     return found;
 }
+
+// An issuer's name under [7] that holds what belongs under [4]: the one signing certificate that is refused.
+constexpr char kMalformedSigner[] =
+    "tspclient-TimeStampTokenWithWrongSigningCertificateV2IssuerChoiceTag.tst.der";
+
+// Tests on the real signers; they skip where there are none.
+class RealSigners : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        if (signers().empty()) GTEST_SKIP() << "no real signed messages here";
+    }
+    static std::vector<RealSigner> const& signers() {
+        static const auto found = realSigners();
+        return found;
+    }
+    static auto values(char const* oid) {
+        auto found = signedValues(signers(), oid);
+        EXPECT_FALSE(found.empty()) << oid;
+        return found;
+    }
+};
 
 // The signer's certificate, if the message has it.
 inline std::shared_ptr<X509> signerCertificate(RealSigner const& signer) {

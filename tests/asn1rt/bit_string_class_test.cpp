@@ -142,6 +142,17 @@ TEST(BitString, OrOfNoBitsSetsAllUpToTheMaximum) {
     EXPECT_EQ(fixed.numbits, 0u);
 }
 
+TEST(BitString, ArgumentBitsBehindCountAndMaximumAreClear) {
+    const unsigned char ones[] = {0xFF, 0xFF, 0xFF};
+    Fixed fixed(10, {0xA0, 0x00}, 10);
+    EXPECT_EQ(fixed.string.doXor(ones, 24), RTS_OK);
+    EXPECT_EQ(fixed.data, (Octets{0x5F, 0xC0}));
+    EXPECT_EQ(fixed.string.doAndNot(ones, 4), RTS_OK);
+    EXPECT_EQ(fixed.data, (Octets{0x0F, 0xC0}));
+    EXPECT_EQ(fixed.string.doAnd(ones, 6), RTS_OK);
+    EXPECT_EQ(fixed.data, (Octets{0x0C, 0x00}));
+}
+
 TEST(BitString, CombinesWithItsOwnStorageAlsoWhenThatMoves) {
     Dynamic heap({0xF0, 0x0E}, 16);
     ASN1CBitStr string(*heap.context, heap.record);
