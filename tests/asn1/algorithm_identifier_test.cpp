@@ -1,7 +1,5 @@
 #include "asn1/algorithm_identifier.h"
 
-#include <algorithm>
-
 #include "asn1/algorithm_identifier_traits.h"
 #include "platform/last_error.h"
 #include "support/allocation.h"

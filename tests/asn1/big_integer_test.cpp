@@ -1,6 +1,5 @@
 #include "asn1/big_integer.h"
 
-#include <algorithm>
 #include <random>
 
 #include "asn1/big_integer_text.h"

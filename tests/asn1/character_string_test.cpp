@@ -1,7 +1,5 @@
 #include "asn1/character_string.h"
 
-#include <string>
-
 #include "value_test.h"
 
 TEST(CharacterString, EachStringTypeHasItsTagAndItsOctets) {

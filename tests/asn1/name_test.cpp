@@ -1,7 +1,6 @@
 #include "asn1/name.h"
 
 #include <stdexcept>
-#include <string>
 
 #include "asn1/name_traits.h"
 #include "asn1/text_conversion.h"

@@ -15,28 +15,21 @@
 
 namespace {
 
-struct Freer {
-    void operator()(X509* certificate) const { X509_free(certificate); }
-    void operator()(BIO* bio) const { BIO_free(bio); }
-    void operator()(GENERAL_NAMES* names) const { GENERAL_NAMES_free(names); }
-};
-
 struct NamedCertificate {
     std::string file;
-    std::unique_ptr<X509, Freer> certificate;
+    std::shared_ptr<X509> certificate;
 };
 
 std::vector<NamedCertificate> realCertificates() {
     std::vector<NamedCertificate> found;
     for (const auto& path : test::vectorFiles("certs")) {
         const test::Octets octets = test::readFile(path);
-        const unsigned char* next = octets.data();
-        std::unique_ptr<X509, Freer> certificate(d2i_X509(nullptr, &next, static_cast<long>(octets.size())));
+        auto certificate = test::parsed(d2i_X509, X509_free, octets.data(), octets.size());
         if (certificate) found.push_back({path.filename().string(), std::move(certificate)});
     }
-    const std::unique_ptr<BIO, Freer> store(BIO_new_file("/etc/ssl/certs/ca-certificates.crt", "r"));
+    const auto store = test::owned(BIO_new_file("/etc/ssl/certs/ca-certificates.crt", "r"), BIO_free);
     while (X509* certificate = store ? PEM_read_bio_X509(store.get(), nullptr, nullptr, nullptr) : nullptr)
-        found.push_back({"system store", std::unique_ptr<X509, Freer>(certificate)});
+        found.push_back({"system store", {certificate, X509_free}});
     return found;
 }
 
@@ -47,7 +40,7 @@ std::string content(BIO* bio) {
 }
 
 std::string printed(const ASN1_STRING* value, unsigned long flags) {
-    const std::unique_ptr<BIO, Freer> bio(BIO_new(BIO_s_mem()));
+    const auto bio = test::owned(BIO_new(BIO_s_mem()), BIO_free);
     return ASN1_STRING_print_ex(bio.get(), value, flags) < 0 ? "unreadable" : content(bio.get());
 }
 
@@ -134,8 +127,9 @@ TEST(RealNames, AlternativeNamesHoldWhatOpenSslFinds) {
     for (const auto& [file, certificate] : realCertificates()) {
         SCOPED_TRACE(file);
         for (const int kind : {NID_subject_alt_name, NID_issuer_alt_name}) {
-            const std::unique_ptr<GENERAL_NAMES, Freer> real(
-                static_cast<GENERAL_NAMES*>(X509_get_ext_d2i(certificate.get(), kind, nullptr, nullptr)));
+            const auto real = test::owned(
+                static_cast<GENERAL_NAMES*>(X509_get_ext_d2i(certificate.get(), kind, nullptr, nullptr)),
+                GENERAL_NAMES_free);
             if (!real) continue;
             const CBlob encoded =
                 test::writtenBy(i2d_GENERAL_NAMES, static_cast<const GENERAL_NAMES*>(real.get()));

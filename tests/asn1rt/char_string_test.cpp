@@ -1,7 +1,6 @@
 #include "asn1rt/char_string.h"
 
 #include <algorithm>
-#include <string>
 #include <vector>
 
 #include "asn1rt/universal_tags.h"

@@ -1,7 +1,6 @@
 #include "asn1rt/memory_buffer.h"
 
 #include <string>
-#include <vector>
 
 #include "runtime_test.h"
 

@@ -89,20 +89,16 @@ TEST(Text, MalformedCharactersAreRefused) {
 }
 
 TEST(Text, CountLooksAtLeadOctetsOnly) {
-    const std::pair<const char*, int> rows[] = {{"", 0},
+    const std::pair<std::string, int> rows[] = {{"", 0},
                                                 {"abc", 3},
                                                 {"\xE2\x82\xAC!", 2},
                                                 {"\xE2\x82", 1},
-                                                {"\xC2"
-                                                 "AB",
-                                                 2},
-                                                {"\xFD"
-                                                 "abcdefg",
-                                                 3},
+                                                {"\xC2" + std::string("AB"), 2},
+                                                {"\xFD" + std::string("abcdefg"), 3},
                                                 {"\xFF", RTS_BAD_UTF8},
                                                 {"a\x80", RTS_BAD_UTF8}};
     for (const auto& [text, count] : rows)
-        EXPECT_EQ(rtUTF8Len(text), count) << text;
+        EXPECT_EQ(rtUTF8Len(text.c_str()), count) << text;
     EXPECT_EQ(rtUTF8Len(nullptr), 0);
     EXPECT_EQ(rtUTF8LenBytes(nullptr), 0u);
     EXPECT_EQ(rtUTF8LenBytes("\xE2\x82\xAC!"), 4u);
@@ -212,10 +208,10 @@ TEST_F(UcsText, FullTextHasNoTerminator) {
                 {0, 1, {0, L'?', L'?', L'?', L'?'}},
                 {0, 0, L"?????"}};
     for (const auto& row : rows) {
-        std::wstring text = L"?????";
+        wchar_t text[5] = {L'?', L'?', L'?', L'?', L'?'};
         ucs = {row.nchars, units};
-        EXPECT_EQ(rtUCSToWCSString(&ucs, text.data(), row.capacity), text.data());
-        EXPECT_EQ(text, row.text) << row.nchars << " in " << row.capacity;
+        EXPECT_EQ(rtUCSToWCSString(&ucs, text, row.capacity), text);
+        EXPECT_EQ(std::wstring(text, 5), row.text) << row.nchars << " in " << row.capacity;
     }
 }
 

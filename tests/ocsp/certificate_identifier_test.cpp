@@ -2,8 +2,6 @@
 
 #include <openssl/ocsp.h>
 
-#include <functional>
-
 #include "asn1data/ocsp.h"
 #include "ocsp/made_certificates.h"
 #include "ocsp/parsed_certificate.h"

@@ -3,7 +3,6 @@
 #include <openssl/ocsp.h>
 #include <openssl/x509v3.h>
 
-#include <memory>
 #include <string>
 #include <utility>
 

@@ -1,7 +1,5 @@
 #include "ocsp/single_response.h"
 
-#include <utility>
-
 #include "asn1/bridge.h"
 #include "asn1data/ocsp.h"
 #include "ocsp/made_certificates.h"
