@@ -1,20 +1,12 @@
 #include "asn1/attribute_register.h"
 
-#include <gtest/gtest.h>
-
 #include <map>
 #include <stdexcept>
 #include <string>
 
 #include "asn1/attribute_string_value.h"
 #include "asn1/text_conversion.h"
-#include "support/blobs.h"
-#include "support/failures.h"
-
-using namespace Mirvane;
-using namespace Mirvane::ASN1;
-using test::blob;
-using test::thrownCode;
+#include "value_test.h"
 
 namespace {
 
@@ -102,9 +94,8 @@ TEST(AttributeRegister, TextsBecomeAttributes) {
 }
 
 TEST(AttributeRegister, TextsThatTellNoAttributeAreRefused) {
-    for (const wchar_t* text : {L"", L"CN", L"CN:a"})
+    for (const wchar_t* text : {static_cast<const wchar_t*>(nullptr), L"", L"CN", L"CN:a"})
         EXPECT_EQ(thrownCode([&] { CATAVRegister::makeATAV(text); }), 0x80070057u) << tostring(text);
-    EXPECT_EQ(thrownCode([] { CATAVRegister::makeATAV(nullptr); }), 0x80070057u);
     EXPECT_EQ(thrownCode([] { CATAVRegister::makeATAV(L"CN", nullptr, StringTypeDefault); }), 0x80070057u);
     EXPECT_EQ(thrownCode([] { CATAVRegister::makeATAV(L"CN=a", static_cast<StringType>(7)); }), 0x80093101u);
     EXPECT_THROW(CATAVRegister::makeATAV(L"1.2.3="), std::out_of_range);
@@ -116,21 +107,21 @@ TEST(AttributeRegister, TextsThatTellNoAttributeAreRefused) {
 }
 
 TEST(AttributeTypeAndValue, IsShownAndReadInText) {
+    CAttributeTypeAndValue value;
     for (const wchar_t* text :
          {L"CN=Ivan", L"CN=", L"CN=\x418\x432\x430\x43D", L"C=RU", L"1.2.3=#0C0141", L"1.2.3=#"}) {
-        CAttributeTypeAndValue value;
         value.fromString(text);
         EXPECT_STREQ(value.toString().c_str(), text);
     }
-    CAttributeTypeAndValue value;
     value.fromString(L"C=RU", StringTypeBMP);
     EXPECT_EQ(test::text(value.get_value()), "13 02 52 55") << "the string type is ignored";
     EXPECT_EQ(thrownCode([&] { value.fromString(L"CN"); }), 0x80070057u);
     EXPECT_STREQ(value.toString().c_str(), L"C=RU");
     EXPECT_STREQ(CAttributeTypeAndValue("2.5.4.3", blob("1E 02 00 61")).toString().c_str(), L"CN=a");
-    EXPECT_EQ(thrownCode([] { CAttributeTypeAndValue("2.5.4.3", CBlob()).toString(); }), 0x80093101u);
-    EXPECT_EQ(thrownCode([] { CAttributeTypeAndValue("2.5.4.3", blob("02 01 05")).toString(); }),
-              0x80093101u);
+    for (const char* noText : {"", "02 01 05"}) {
+        const CAttributeTypeAndValue other("2.5.4.3", blob(noText));
+        EXPECT_EQ(thrownCode([&] { other.toString(); }), 0x80093101u) << noText;
+    }
 }
 
 TEST(AttributeTypeAndValue, ItsPartsAreReadAndReplacedOneByOne) {
@@ -178,11 +169,8 @@ TEST(AttributeTypeAndValue, WhatDoesNotFitItsTypeIsRefusedOnTheRoad) {
     EXPECT_EQ(thrownCode([] { CAttributeTypeAndValue("3.1", blob("05 00")).encode(); }), 0x80093101u);
     EXPECT_EQ(thrownCode([] { CAttributeTypeAndValue("2.5.4.3", blob("02 01 05")).encode(); }), 0x80093101u);
     EXPECT_EQ(thrownCode([] { CAttributeTypeAndValue("2.5.4.3", blob("0C 05 41")).encode(); }), 0x80093101u);
-    CAttributeTypeAndValue kept(L"CN=A");
-    for (const char* encoded :
-         {"", "30 00", "30 08 06 03 55 04 03 02 01 05", "31 08 06 03 55 04 03 0C 01 41"})
-        EXPECT_EQ(thrownCode([&] { kept.decode(blob(encoded)); }), 0x80093101u) << encoded;
-    EXPECT_STREQ(kept.toString().c_str(), L"CN=A");
+    expectRefused(CAttributeTypeAndValue(L"CN=A"), 0x80093101,
+                  {"", "30 00", "30 08 06 03 55 04 03 02 01 05", "31 08 06 03 55 04 03 0C 01 41"});
 }
 
 TEST(AttributeStringValue, EachClassHasItsIdentifierAndItsStringType) {
@@ -201,8 +189,7 @@ TEST(AttributeStringValue, EachClassHasItsIdentifierAndItsStringType) {
         {CAttrPseudonym("a"), L"PS=a"},
         {CAttrEmailAddress("a"), L"E=a"},
         {CAttrStringValue("1.2.3", "#0500"), L"1.2.3=#0500"},
-        {CAttrStringValue("2.5.4.3", L"\x418"), L"CN=\x418"},
-    };
+        {CAttrStringValue("2.5.4.3", L"\x418"), L"CN=\x418"}};
     for (const auto& [value, text] : rows) {
         EXPECT_STREQ(CAttributeTypeAndValue(value).toString().c_str(), text);
         EXPECT_EQ(CAttributeTypeAndValue(value), CAttributeTypeAndValue(text));

@@ -1,16 +1,6 @@
 #include "asn1/character_string.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "support/blobs.h"
-#include "support/failures.h"
-
-using namespace Mirvane;
-using namespace Mirvane::ASN1;
-using test::blob;
-using test::thrownCode;
+#include "value_test.h"
 
 TEST(CharacterString, EachStringTypeHasItsTagAndItsOctets) {
     struct Row {

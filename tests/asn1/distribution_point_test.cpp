@@ -1,25 +1,10 @@
 #include "asn1/distribution_point.h"
 
-#include <gtest/gtest.h>
-
-#include "asn1/bridge.h"
 #include "asn1/distribution_point_traits.h"
 #include "real_objects.h"
-#include "support/blobs.h"
-#include "support/failures.h"
-
-using namespace Mirvane;
-using namespace Mirvane::ASN1;
-using test::blob;
-using test::thrownCode;
+#include "value_test.h"
 
 namespace {
-
-CGeneralName url(wchar_t const* text) {
-    CGeneralName name;
-    name.put_uniformResourceIdentifier(text);
-    return name;
-}
 
 CDistributionPoint point(CGeneralNames const& names, unsigned int reasons, CGeneralNames const& issuer,
                          bool hasNames = true) {
@@ -101,12 +86,9 @@ TEST(DistributionPoint, AnEmptyNameIsHeldAndNotEncoded) {
 }
 
 TEST(DistributionPoint, IsRefusedWithTheStatedCodeAndStays) {
-    CDistributionPoint read = full();
     // Not a point; a reason bit too many; an otherName, which no general name holds.
-    EXPECT_EQ(thrownCode([&] { read.decode(blob("31 00")); }), 0x80093101u);
-    EXPECT_EQ(thrownCode([&] { read.decode(blob("30 06 81 04 07 00 00 80")); }), 0x80093101u);
-    EXPECT_EQ(thrownCode([&] { read.decode(blob("30 0B A2 09 A0 07 06 01 2A A0 02 05 00")); }), 0x80070057u);
-    EXPECT_EQ(read, full());
+    expectRefused(full(), 0x80093101, {"31 00", "30 06 81 04 07 00 00 80"});
+    expectRefused(full(), 0x80070057, {"30 0B A2 09 A0 07 06 01 2A A0 02 05 00"});
     EXPECT_EQ(thrownCode([] { point({CGeneralName()}, 0, {}).encode(); }), 0x80070057u);
     CCRLDistPointsSyntax list{full()};
     const CBlob encoded = blob("30 0F 30 00 30 0B A2 09 A0 07 06 01 2A A0 02 05 00");

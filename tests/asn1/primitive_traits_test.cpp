@@ -1,16 +1,6 @@
 #include "asn1/primitive_traits.h"
 
-#include <gtest/gtest.h>
-
-#include "asn1/bridge.h"
-#include "support/blobs.h"
-#include "support/contexts.h"
-#include "support/failures.h"
-
-using namespace Mirvane;
-using namespace Mirvane::ASN1;
-using test::blob;
-using test::thrownCode;
+#include "value_test.h"
 
 namespace {
 

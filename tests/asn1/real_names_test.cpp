@@ -1,6 +1,5 @@
 // The names of real certificates, among them those of the system's store, held against what OpenSSL makes of
 // them.
-#include <gtest/gtest.h>
 #include <openssl/pem.h>
 
 #include <memory>
@@ -8,41 +7,29 @@
 #include <vector>
 
 #include "asn1/attribute_register.h"
-#include "asn1/bridge.h"
 #include "asn1/general_name_traits.h"
 #include "asn1/name.h"
 #include "asn1/text_conversion.h"
 #include "real_objects.h"
-#include "support/blobs.h"
-#include "support/failures.h"
-
-using namespace Mirvane;
-using namespace Mirvane::ASN1;
+#include "value_test.h"
 
 namespace {
 
-struct Freer {
-    void operator()(X509* certificate) const { X509_free(certificate); }
-    void operator()(BIO* bio) const { BIO_free(bio); }
-    void operator()(GENERAL_NAMES* names) const { GENERAL_NAMES_free(names); }
-};
-
 struct NamedCertificate {
     std::string file;
-    std::unique_ptr<X509, Freer> certificate;
+    std::shared_ptr<X509> certificate;
 };
 
 std::vector<NamedCertificate> realCertificates() {
     std::vector<NamedCertificate> found;
     for (const auto& path : test::vectorFiles("certs")) {
         const test::Octets octets = test::readFile(path);
-        const unsigned char* next = octets.data();
-        std::unique_ptr<X509, Freer> certificate(d2i_X509(nullptr, &next, static_cast<long>(octets.size())));
+        auto certificate = test::parsed(d2i_X509, X509_free, octets.data(), octets.size());
         if (certificate) found.push_back({path.filename().string(), std::move(certificate)});
     }
-    const std::unique_ptr<BIO, Freer> store(BIO_new_file("/etc/ssl/certs/ca-certificates.crt", "r"));
+    const auto store = test::owned(BIO_new_file("/etc/ssl/certs/ca-certificates.crt", "r"), BIO_free);
     while (X509* certificate = store ? PEM_read_bio_X509(store.get(), nullptr, nullptr, nullptr) : nullptr)
-        found.push_back({"system store", std::unique_ptr<X509, Freer>(certificate)});
+        found.push_back({"system store", {certificate, X509_free}});
     return found;
 }
 
@@ -53,7 +40,7 @@ std::string content(BIO* bio) {
 }
 
 std::string printed(const ASN1_STRING* value, unsigned long flags) {
-    const std::unique_ptr<BIO, Freer> bio(BIO_new(BIO_s_mem()));
+    const auto bio = test::owned(BIO_new(BIO_s_mem()), BIO_free);
     return ASN1_STRING_print_ex(bio.get(), value, flags) < 0 ? "unreadable" : content(bio.get());
 }
 
@@ -80,7 +67,7 @@ const std::string kRefused = "dss-eu-lotl-pivot-335-b64_32.crt.der";  // a count
 const std::string kUnsorted = "ocspbuilder-test-ocsp.crt.der";  // not DER: encoding sorts the attributes
 
 void expectSame(const X509_NAME* real, const std::string& file) {
-    const CBlob encoded = test::encodedBy(i2d_X509_NAME, real);
+    const CBlob encoded = test::writtenBy(i2d_X509_NAME, real);
     CName name;
     const unsigned code = test::thrownCode([&] { name.decode(encoded); });
     EXPECT_EQ(code, file == kRefused ? 0x80093101u : 0u);
@@ -106,10 +93,9 @@ std::string summary(const CGeneralName& name) {
 std::string summary(const GENERAL_NAME& name) {
     if (name.type == GEN_RID) return summary(9, test::dotted(name.d.registeredID));
     if (name.type == GEN_DIRNAME)
-        return summary(5, test::text(test::encodedBy(i2d_X509_NAME,
-                                                     static_cast<const X509_NAME*>(name.d.directoryName))));
-    const auto* value = static_cast<const ASN1_STRING*>(GENERAL_NAME_get0_value(&name, nullptr));
-    const CBlob octets = test::blobOf(value);
+        return summary(5, test::text(test::writtenBy<X509_NAME>(i2d_X509_NAME, name.d.directoryName)));
+    const CBlob octets =
+        test::blobOf(static_cast<const ASN1_STRING*>(GENERAL_NAME_get0_value(&name, nullptr)));
     // An address comes as a directory name.
     if (name.type == GEN_IPADD) return summary(5, test::text(octets));
     return summary(static_cast<unsigned int>(name.type) + 1,
@@ -141,11 +127,12 @@ TEST(RealNames, AlternativeNamesHoldWhatOpenSslFinds) {
     for (const auto& [file, certificate] : realCertificates()) {
         SCOPED_TRACE(file);
         for (const int kind : {NID_subject_alt_name, NID_issuer_alt_name}) {
-            const std::unique_ptr<GENERAL_NAMES, Freer> real(
-                static_cast<GENERAL_NAMES*>(X509_get_ext_d2i(certificate.get(), kind, nullptr, nullptr)));
+            const auto real = test::owned(
+                static_cast<GENERAL_NAMES*>(X509_get_ext_d2i(certificate.get(), kind, nullptr, nullptr)),
+                GENERAL_NAMES_free);
             if (!real) continue;
             const CBlob encoded =
-                test::encodedBy(i2d_GENERAL_NAMES, static_cast<const GENERAL_NAMES*>(real.get()));
+                test::writtenBy(i2d_GENERAL_NAMES, static_cast<const GENERAL_NAMES*>(real.get()));
             CGeneralNames names;
             const unsigned code =
                 test::thrownCode([&] { asn1Decode<ASN1T_GeneralNames_traits>(encoded, names); });

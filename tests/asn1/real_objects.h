@@ -2,46 +2,15 @@
 #ifndef MIRVANE_TESTS_ASN1_REAL_OBJECTS_H
 #define MIRVANE_TESTS_ASN1_REAL_OBJECTS_H
 
-#include <openssl/x509v3.h>
-
 #include <algorithm>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "base/blob.h"
+#include "support/openssl.h"
 #include "support/vectors.h"
 
 namespace test {
-
-// The bytes of whatever an i2d function writes.
-template <typename Object>
-Mirvane::CBlob encodedBy(int (*write)(Object const*, unsigned char**), Object const* object) {
-    unsigned char* octets = nullptr;
-    const int count = write(object, &octets);
-    const Mirvane::CBlob result(octets, count > 0 ? static_cast<unsigned long>(count) : 0);
-    OPENSSL_free(octets);
-    return result;
-}
-
-inline Mirvane::CBlob blobOf(ASN1_STRING const* text) {
-    return Mirvane::CBlob(ASN1_STRING_get0_data(text), static_cast<unsigned long>(ASN1_STRING_length(text)));
-}
-
-inline std::string dotted(ASN1_OBJECT const* object) {
-    char text[1024];
-    OBJ_obj2txt(text, sizeof(text), object, 1);
-    return text;
-}
-
-// What a d2i function reads from the bytes; null if that is nothing.
-template <typename Object>
-std::unique_ptr<Object, void (*)(Object*)> parsed(Object* (*read)(Object**, unsigned char const**, long),
-                                                  void (*release)(Object*), unsigned char const* data,
-                                                  std::size_t size) {
-    return {read(nullptr, &data, static_cast<long>(size)), release};
-}
 
 struct RealExtension {
     std::string file;
@@ -57,7 +26,7 @@ struct RealExtensionList {
 };
 
 inline RealExtensionList listOf(std::string const& file, X509_EXTENSIONS const* extensions) {
-    RealExtensionList list{file, {}, encodedBy(i2d_X509_EXTENSIONS, extensions)};
+    RealExtensionList list{file, {}, writtenBy(i2d_X509_EXTENSIONS, extensions)};
     for (int i = 0; i < sk_X509_EXTENSION_num(extensions); ++i) {
         X509_EXTENSION* const extension = sk_X509_EXTENSION_value(extensions, i);
         list.extensions.push_back({file, dotted(X509_EXTENSION_get_object(extension)),

@@ -3,6 +3,7 @@
 #ifndef MIRVANE_TESTS_ASN1_REAL_SIGNATURES_H
 #define MIRVANE_TESTS_ASN1_REAL_SIGNATURES_H
 
+#include <gtest/gtest.h>
 #include <openssl/cms.h>
 #include <openssl/rsa.h>
 #include <openssl/ts.h>
@@ -40,15 +41,15 @@ inline std::shared_ptr<CMS_ContentInfo> signedMessage(Octets const& octets) {
     const auto response = parsed(d2i_TS_RESP, TS_RESP_free, octets.data(), octets.size());
     PKCS7* const token = response ? TS_RESP_get_token(response.get()) : nullptr;
     if (token == nullptr) return nullptr;
-    const Mirvane::CBlob encoded = encodedBy(i2d_PKCS7, token);
+    const Mirvane::CBlob encoded = writtenBy(i2d_PKCS7, token);
     return messageIn(encoded.pbData(), encoded.cbData());
 }
 
 inline RealAttribute realAttribute(std::string const& file, X509_ATTRIBUTE* attribute) {
     RealAttribute real{
-        file, dotted(X509_ATTRIBUTE_get0_object(attribute)), encodedBy(i2d_X509_ATTRIBUTE, attribute), {}};
+        file, dotted(X509_ATTRIBUTE_get0_object(attribute)), writtenBy(i2d_X509_ATTRIBUTE, attribute), {}};
     for (int i = 0; i < X509_ATTRIBUTE_count(attribute); ++i) {
-        real.values.push_back(encodedBy(i2d_ASN1_TYPE, X509_ATTRIBUTE_get0_type(attribute, i)));
+        real.values.push_back(writtenBy(i2d_ASN1_TYPE, X509_ATTRIBUTE_get0_type(attribute, i)));
     }
     return real;
 }
@@ -92,6 +93,27 @@ inline std::vector<std::pair<RealSigner const*, Mirvane::CBlob>> signedValues(
     return found;
 }
 
+// An issuer's name under [7] that holds what belongs under [4]: the one signing certificate that is refused.
+constexpr char kMalformedSigner[] =
+    "tspclient-TimeStampTokenWithWrongSigningCertificateV2IssuerChoiceTag.tst.der";
+
+// Tests on the real signers; they skip where there are none.
+class RealSigners : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        if (signers().empty()) GTEST_SKIP() << "no real signed messages here";
+    }
+    static std::vector<RealSigner> const& signers() {
+        static const auto found = realSigners();
+        return found;
+    }
+    static auto values(char const* oid) {
+        auto found = signedValues(signers(), oid);
+        EXPECT_FALSE(found.empty()) << oid;
+        return found;
+    }
+};
+
 // The signer's certificate, if the message has it.
 inline std::shared_ptr<X509> signerCertificate(RealSigner const& signer) {
     auto* const certificates = CMS_get1_certs(signer.message.get());
@@ -104,29 +126,6 @@ inline std::shared_ptr<X509> signerCertificate(RealSigner const& signer) {
     }
     sk_X509_pop_free(certificates, X509_free);
     return found;
-}
-
-// Whether libcrypto finds the signature over the attributes right.
-inline bool verifies(RealSigner const& signer, X509& certificate) {
-    CMS_SignerInfo_set1_signer_cert(signer.info, &certificate);
-    return !signer.signedAttributes.empty() && CMS_SignerInfo_verify(signer.info) == 1;
-}
-
-// Whether the signature is one over these octets.
-inline bool covers(RealSigner const& signer, X509 const& certificate, Mirvane::CBlob const& octets) {
-    X509_ALGOR* digest = nullptr;
-    X509_ALGOR* algorithm = nullptr;
-    CMS_SignerInfo_get0_algs(signer.info, nullptr, nullptr, &digest, &algorithm);
-    const Mirvane::CBlob signature = blobOf(CMS_SignerInfo_get0_signature(signer.info));
-    const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(), &EVP_MD_CTX_free);
-    EVP_PKEY_CTX* key = nullptr;
-    EVP_DigestVerifyInit(context.get(), &key, EVP_get_digestbyobj(digest->algorithm), nullptr,
-                         X509_get0_pubkey(&certificate));
-    if (OBJ_obj2nid(algorithm->algorithm) == NID_rsassaPss) {
-        EVP_PKEY_CTX_set_rsa_padding(key, RSA_PKCS1_PSS_PADDING);
-    }
-    return EVP_DigestVerify(context.get(), signature.pbData(), signature.cbData(), octets.pbData(),
-                            octets.cbData()) == 1;
 }
 
 }  // namespace test

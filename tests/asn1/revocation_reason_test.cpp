@@ -1,24 +1,14 @@
 #include "asn1/revocation_reason.h"
 
-#include <gtest/gtest.h>
-
-#include "asn1/bridge.h"
 #include "asn1/revocation_reason_traits.h"
-#include "support/blobs.h"
-#include "support/failures.h"
-
-using namespace Mirvane;
-using namespace Mirvane::ASN1;
-using test::blob;
-using test::thrownCode;
+#include "value_test.h"
 
 TEST(CrlReason, NumbersBelow11PassBothWaysAndOthersNeither) {
     for (unsigned int number = 0; number < 14; ++number) {
         const auto reason = static_cast<CrlReason>(number);
-        const unsigned char octets[] = {0x0A, 0x01, static_cast<unsigned char>(number)};
-        const CBlob expected(octets, sizeof(octets));
-        CrlReason read = unspecified;
+        const CBlob expected = element(0x0A, std::string(1, static_cast<char>(number)));
         const unsigned refused = number > 10 ? 0x80093101u : 0u;
+        CrlReason read = unspecified;
         CBlob encoded = expected;
         EXPECT_EQ(thrownCode([&] { encoded = asn1Encode<ASN1T_CRLReason_traits>(reason); }), refused);
         EXPECT_EQ(encoded, expected);
@@ -54,24 +44,19 @@ TEST(ReasonFlags, TheSequenceHasEachFlagOnceInItsPlace) {
 }
 
 TEST(ReasonFlags, EncodeAsNamedBits) {
-    const struct {
-        unsigned int value;
-        char const* encoded;
-    } rows[] = {
-        {0, "03 01 00"},
-        {0x1, "03 02 07 80"},
-        {0x2, "03 02 06 40"},
-        {0x80, "03 02 00 01"},
-        {0x100, "03 03 07 00 80"},
-        {0x1FF, "03 03 07 FF 80"},
-        {0x8000, "03 03 00 00 01"},
-        {0x62, "03 02 01 46"},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(test::text(asn1Encode<ASN1T_ReasonFlags_traits>(CReasonFlags(row.value))), row.encoded);
+    const std::pair<unsigned int, char const*> rows[] = {{0, "03 01 00"},
+                                                         {0x1, "03 02 07 80"},
+                                                         {0x2, "03 02 06 40"},
+                                                         {0x80, "03 02 00 01"},
+                                                         {0x100, "03 03 07 00 80"},
+                                                         {0x1FF, "03 03 07 FF 80"},
+                                                         {0x8000, "03 03 00 00 01"},
+                                                         {0x62, "03 02 01 46"}};
+    for (const auto& [value, encoded] : rows) {
+        EXPECT_EQ(test::text(asn1Encode<ASN1T_ReasonFlags_traits>(CReasonFlags(value))), encoded);
         CReasonFlags read(0xFFFFFFFF);
-        asn1Decode<ASN1T_ReasonFlags_traits>(blob(row.encoded), read);
-        EXPECT_EQ(read.get_value(), row.value);
+        asn1Decode<ASN1T_ReasonFlags_traits>(blob(encoded), read);
+        EXPECT_EQ(read.get_value(), value);
     }
     EXPECT_EQ(test::text(asn1Encode<ASN1T_ReasonFlags_traits>(CReasonFlags(0xFFFF0002))), "03 02 06 40");
     CReasonFlags read(1);

@@ -1,17 +1,10 @@
 #include "asn1/sequence_traits.h"
 
-#include <gtest/gtest.h>
-
 #include <vector>
 
 #include "asn1/primitive_traits.h"
 #include "base/lists.h"
-#include "support/contexts.h"
-#include "support/failures.h"
-
-using namespace Mirvane;
-using namespace Mirvane::ASN1;
-using test::thrownCode;
+#include "value_test.h"
 
 namespace {
 
@@ -56,15 +49,8 @@ TEST(SequenceTraits, ElementsKeepTheirOrderBothWays) {
 }
 
 TEST(SequenceTraits, ACopyOutlivesItsSource) {
-    test::LiveContext context;
-    ASN1TSeqOfList copy{};
-    {
-        test::LiveContext sourceContext;
-        ASN1TSeqOfList source{};
-        ListTraits::set(sourceContext, source, blobs({1, 2}));
-        ListTraits::copy(context, source, copy);
-    }
-    EXPECT_EQ(valuesIn(copy), (std::vector{1, 2}));
+    const CBlobList read = test::throughCopiedRecord<ListTraits, ASN1TSeqOfList>(blobs({1, 2}));
+    EXPECT_EQ(read, blobs({1, 2}));
 }
 
 TEST(SequenceTraits, AnElementThatFailsLeavesTheRecordAsItWas) {

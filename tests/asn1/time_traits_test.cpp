@@ -1,25 +1,15 @@
 #include "asn1/time_traits.h"
 
-#include <gtest/gtest.h>
-
-#include "asn1/bridge.h"
 #include "base/date_time_span.h"
 #include "support/allocation.h"
 #include "support/calendar.h"
-#include "support/contexts.h"
-#include "support/failures.h"
-
-using namespace Mirvane;
-using namespace Mirvane::ASN1;
-using test::thrownCode;
+#include "value_test.h"
 
 namespace {
 
 // A GeneralizedTime as it stands in a message.
-CBlob element(std::string_view text) {
-    test::Octets octets = {0x18, static_cast<unsigned char>(text.size())};
-    octets.insert(octets.end(), text.begin(), text.end());
-    return CBlob(octets.data(), octets.size());
+CBlob generalized(std::string_view text) {
+    return element(0x18, text);
 }
 
 std::string decoded(const CBlob& message) {
@@ -33,16 +23,16 @@ std::string decoded(const CBlob& message) {
 TEST(TimeTraits, RandomPointsTravelAsGeneralizedTime) {
     for (const std::time_t point : test::pointsBetween(test::startOf1950, test::endOf9999)) {
         const std::string text = test::generalizedText(point);
-        ASSERT_EQ(asn1Encode<ASN1GeneralizedTime_traits>(CDateTime(point, 0)), element(text)) << text;
-        ASSERT_EQ(decoded(element(text)), text);
+        ASSERT_EQ(asn1Encode<ASN1GeneralizedTime_traits>(CDateTime(point, 0)), generalized(text)) << text;
+        ASSERT_EQ(decoded(generalized(text)), text);
     }
 }
 
 TEST(TimeTraits, FractionsAreReadAndCutOffOnWritingAndNeverRounded) {
-    EXPECT_EQ(decoded(element("20240229235959.25Z")), "20240229235959.25Z");
+    EXPECT_EQ(decoded(generalized("20240229235959.25Z")), "20240229235959.25Z");
     for (const unsigned microseconds : {0u, 499'999u, 500'000u, 999'999u}) {
         EXPECT_EQ(asn1Encode<ASN1GeneralizedTime_traits>(CDateTime(59, microseconds)),
-                  element("19700101000059Z"))
+                  generalized("19700101000059Z"))
             << microseconds;
     }
     test::LiveContext context;
@@ -62,26 +52,17 @@ TEST(TimeTraits, ACopyIsWrittenAnew) {
 }
 
 TEST(TimeTraits, WhatIsNoTimeIsRefusedAndTheDateStays) {
-    const struct {
-        CBlob message;
-        unsigned code;
-    } rows[] = {
-        {element(""), 0x80004005},
-        {element("20241301000000Z"), 0x80004005},
-        {element("2024010100000xZ"), 0x8007076D},
-        {CBlob(reinterpret_cast<const unsigned char*>("\x17\x0D"
-                                                      "240101000000Z"),
-               15),
-         0x80093101},
-        {CBlob(reinterpret_cast<const unsigned char*>("\x18\x0F"
-                                                      "2024"),
-               6),
-         0x80093101},
+    const std::pair<CBlob, unsigned> rows[] = {
+        {generalized(""), 0x80004005},
+        {generalized("20241301000000Z"), 0x80004005},
+        {generalized("2024010100000xZ"), 0x8007076D},
+        {test::element(0x17, "240101000000Z"), 0x80093101},
+        {blob("18 0F 32 30 32 34"), 0x80093101},
         {CBlob(), 0x80093101},
     };
-    for (const auto& row : rows) {
+    for (const auto& [message, code] : rows) {
         CDateTime date(7, 0);
-        EXPECT_EQ(thrownCode([&] { asn1Decode<ASN1GeneralizedTime_traits>(row.message, date); }), row.code);
+        EXPECT_EQ(thrownCode([&] { asn1Decode<ASN1GeneralizedTime_traits>(message, date); }), code);
         EXPECT_EQ(date, CDateTime(7, 0));
     }
     const CDateTime outside{_FILETIME{2, 0x80000000}};

@@ -1,21 +1,14 @@
 #include "asn1/typed_extensions.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <utility>
 
-#include "asn1/bridge.h"
 #include "asn1/private_key_usage_period_traits.h"
 #include "asn1/revocation_reason_traits.h"
 #include "real_objects.h"
-#include "support/blobs.h"
-#include "support/failures.h"
+#include "value_test.h"
 
-using namespace Mirvane;
-using namespace Mirvane::ASN1;
-using test::blob;
-using test::thrownCode;
+using test::parsed;
 
 namespace {
 
@@ -43,12 +36,6 @@ std::string dateText(ASN1_TIME const* time) {
     char text[64];
     std::strftime(text, sizeof(text), "%d.%m.%Y %H:%M:%S", &fields);
     return text;
-}
-
-template <typename Object>
-std::unique_ptr<Object, void (*)(Object*)> parsed(Object* (*read)(Object**, unsigned char const**, long),
-                                                  void (*release)(Object*), CBlob const& value) {
-    return test::parsed(read, release, value.pbData(), value.cbData());
 }
 
 }  // namespace
@@ -123,21 +110,19 @@ TEST(TypedExtensions, AMemberThatDoesNotEncodeLeavesTheOldBlob) {
 }
 
 TEST(TypedExtensions, ABlobThatDoesNotDecodeIsRefused) {
-    for (char const* other : {"", "0A 01 0B", "02 01 01", "0A 02 01"}) {
+    for (char const* other : {"", "0A 01 0B", "02 01 01", "0A 02 01"})
         EXPECT_EQ(thrownCode([&] { CExtCRLReason{blob(other)}; }), 0x80093101u) << other;
-    }
     EXPECT_EQ(thrownCode([] { CExtHoldInstructionCode{blob("04 01 2A")}; }), 0x80093101u);
     EXPECT_EQ(thrownCode([] { CExtCertificateIssuer{blob("30 02 82 05")}; }), 0x80093101u);
-    EXPECT_EQ(thrownCode([] { CExtCertificateIssuer{blob("30 04 A0 02 05 00")}; }), 0x80070057u)
-        << "otherName";
-    EXPECT_EQ(thrownCode([] { CExtInvalidityDate{blob("17 01 30")}; }), 0x80093101u);
-    CBlob date = blob(kDateEncoded);
-    date.pbData()[2] = 'x';
-    EXPECT_EQ(thrownCode([&] { CExtInvalidityDate{date}; }), 0x8007076Du) << "no digit";
-    date.pbData()[2] = '0';
-    EXPECT_EQ(thrownCode([&] { CExtInvalidityDate{date}; }), 0x80004005u) << "no date: the year 24";
+    EXPECT_EQ(thrownCode([] { CExtCertificateIssuer{blob("30 04 A0 02 05 00")}; }),
+              0x80070057u);  // otherName
     EXPECT_EQ(thrownCode([] { CExtPrivateKeyUsagePeriod{blob("")}; }), 0x80093101u);
-
+    EXPECT_EQ(thrownCode([] { CExtInvalidityDate{blob("17 01 30")}; }), 0x80093101u);
+    for (auto const& [first, code] : {std::pair('x', 0x8007076Du), {'0', 0x80004005u}}) {
+        CBlob date = blob(kDateEncoded);
+        date.pbData()[2] = static_cast<unsigned char>(first);  // no digit; the year 24
+        EXPECT_EQ(thrownCode([&] { CExtInvalidityDate{date}; }), code) << first;
+    }
     CExtCRLReason reason(superseded);
     reason.value() = blob("0A 01 0B");
     EXPECT_EQ(thrownCode([&] { reason.decode(); }), 0x80093101u);

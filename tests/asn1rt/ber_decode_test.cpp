@@ -1,17 +1,13 @@
 #include "asn1rt/ber_decode.h"
 
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <span>
 #include <string>
 
 #include "asn1rt/cursor.h"
-#include "support/contexts.h"
+#include "runtime_test.h"
 
 namespace {
-
-using test::Decoder;
 
 // What a read of `octets` gives: its status, what is recorded, where the cursor then stands and, on success,
 // a text of the value.

@@ -1,14 +1,9 @@
 #include "asn1rt/big_integer_codec.h"
 
-#include <gtest/gtest.h>
-
 #include "asn1rt/big_number_oracle.h"
-#include "support/contexts.h"
+#include "runtime_test.h"
 
 namespace {
-
-using test::Decoder;
-using test::Encoder;
 
 std::string encode(const std::string& text) {
     Encoder encoder;
@@ -52,20 +47,18 @@ void expectRow(int (*encoder)(ASN1CTXT*, const char*, ASN1TagType), const Row& r
 }
 
 TEST(BigIntegerCodec, SignedTexts) {
-    const Row rows[] = {
-        {"0", 3, "02 01 00"},
-        {"  -256", 4, "02 02 FF 00"},
-        {"0o17", 3, "02 01 0F"},
-        {"0x0", 3, "02 01 00"},
-        {"  0x00", 3, "02 01 00"},
-        {"0xFF", 3, "02 01 FF"},
-        {"0x0ff", 4, "02 02 00 FF"},
-        {"0x00ff", 4, "02 02 00 FF"},
-        {"0xfff", 4, "02 02 0F FF"},  // an odd count of digits is never negative
-        {"0xffff80", 3, "02 01 80"},
-        {"0b1", 3, "02 01 01"},
-        {"0b011111111", 4, "02 02 00 FF"},
-    };
+    const Row rows[] = {{"0", 3, "02 01 00"},
+                        {"  -256", 4, "02 02 FF 00"},
+                        {"0o17", 3, "02 01 0F"},
+                        {"0x0", 3, "02 01 00"},
+                        {"  0x00", 3, "02 01 00"},
+                        {"0xFF", 3, "02 01 FF"},
+                        {"0x0ff", 4, "02 02 00 FF"},
+                        {"0x00ff", 4, "02 02 00 FF"},
+                        {"0xffff80", 3, "02 01 80"},
+                        {"0b1", 3, "02 01 01"},
+                        {"0b011111111", 4, "02 02 00 FF"},
+                        {"0xfff", 4, "02 02 0F FF"}};  // an odd count of digits is never negative
     for (const Row& row : rows)
         expectRow(xe_bigint, row);
     for (const char* malformed : test::texts(nullptr, "", "0x", "0b", "0b2", "0xfg", "0x-1", "-0x10", "12x"))
@@ -86,7 +79,7 @@ TEST(BigIntegerCodec, UnsignedTexts) {
 
 TEST(BigIntegerCodec, FullBufferIsRefusedAndADynamicOneGrows) {
     for (const char* text : {"0x123456", "1193046"}) {
-        test::LiveContext ctxt;
+        LiveContext ctxt;
         unsigned char buffer[4];
         for (std::uint32_t size = 1; size <= sizeof buffer; ++size) {
             rtErrReset(&ctxt->errInfo);

@@ -1,16 +1,12 @@
 #include "asn1rt/big_integer.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <vector>
 
 #include "asn1rt/big_number_oracle.h"
-#include "support/contexts.h"
+#include "runtime_test.h"
 
 namespace {
-
-using test::LiveContext;
 
 // A number that was read from a text.
 class Number {

@@ -1,7 +1,5 @@
 #include "asn1rt/bit_string_class.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <functional>
@@ -9,7 +7,7 @@
 #include <vector>
 
 #include "asn1rt/bit_string.h"
-#include "support/allocation.h"
+#include "runtime_test.h"
 
 namespace {
 
@@ -236,20 +234,20 @@ TEST(BitString, FailedMemoryChangesNothing) {
     ASN1CBitStr string(*heap.context, heap.record);
     const unsigned char* data = heap.record.data;
     {
-        test::CountedAllocations allocations;
+        CountedAllocations allocations;
         allocations.allow(0);
         EXPECT_EQ(string.set(9), RTS_NO_MEMORY);
     }
     EXPECT_EQ(heap.record.data, data);
     EXPECT_EQ(string.size(), 1u);
-    test::CountedAllocations allocations;
+    CountedAllocations allocations;
     allocations.allow(0);
     EXPECT_THROW(ASN1CBitStr copy(string), ASN1RTLException);
 }
 
 TEST(BitString, LongRunOfSetsRarelyAllocates) {
     ASN1CBitStr string;
-    const test::CountedAllocations memory;
+    const CountedAllocations memory;
     for (std::uint32_t bit = 0; bit < 80000; ++bit)
         string.set(bit);
     EXPECT_LE(memory.made(), 10);

@@ -1,16 +1,11 @@
 #include "asn1rt/bit_string.h"
 
-#include <gtest/gtest.h>
-
 #include <memory>
 #include <utility>
 
-#include "support/contexts.h"
+#include "runtime_test.h"
 
 namespace {
-
-using test::Decoder;
-using test::Encoder;
 
 struct EncodeRow {
     std::uint32_t numbits;
@@ -49,63 +44,53 @@ struct Row {
     bool recorded;  // the status is also in errInfo
 };
 
-class DecodedBits : public ::testing::TestWithParam<Row> {
-  protected:
-    void expectRow(unsigned flags) {
-        const Row& row = GetParam();
-        Decoder decoder(row.octets, flags);
-        const unsigned char* data = nullptr;
-        std::uint32_t numbits = 77;
-        EXPECT_EQ(xd_bitstr(decoder, &data, &numbits, ASN1EXPL, 0), row.status);
-        ASSERT_EQ(numbits, row.numbits);
-        EXPECT_EQ(test::text(data, (numbits + 7) / 8), row.data);
-        if (row.status == RTS_OK) {
-            EXPECT_EQ(decoder.position(), row.position);
-        }
-        EXPECT_EQ(decoder.recorded(), row.recorded ? row.status : RTS_OK);
-    }
-};
-
-TEST_P(DecodedBits, AreCopied) {
-    expectRow(0);
-}
-TEST_P(DecodedBits, AreTheSameWithoutACopy) {
-    expectRow(ASN1_NO_COPY);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, DecodedBits,
-    ::testing::Values(
-        Row{"None", "03 01 00", 0, 0, "", 3, false}, Row{"NoContent", "03 00", 0, 0, "", 2, false},
-        Row{"OneOctet", "03 02 00 41", 0, 8, "41", 4, false},
-        Row{"OneBit", "03 02 07 80", 0, 1, "80", 4, false},
-        Row{"UnusedBitsWithoutAnOctet", "03 01 05", RTS_BAD_LENGTH, 0, "", 0, false},
-        Row{"EightUnusedBits", "03 02 08 FF", RTS_BAD_VALUE, 0, "", 0, false},
-        Row{"CutContent", "03 03 00 41", RTS_END_OF_BUFFER, 0, "", 0, false},
-        Row{"CutBehindLength", "03 02", RTS_END_OF_BUFFER, 0, "", 0, false},
-        Row{"NoOctetLeft", "03 01", RTS_END_OF_BUFFER, 0, "", 0, false},
-        Row{"ForeignTag", "04 02 00 41", RTS_TAG_MISMATCH, 0, "", 0, true},
-        Row{"IndefinitePrimitive", "03 80 00 41 00 00", RTS_BAD_LENGTH, 0, "", 0, true},
-        Row{"IndefiniteOneSegment", "23 80 03 02 04 F0 00 00", 0, 4, "F0", 8, false},
+TEST(DecodedBits, AreTheSameWithACopyAndWithout) {
+    const Row rows[] = {
+        {"none", "03 01 00", 0, 0, "", 3, false},
+        {"no content", "03 00", 0, 0, "", 2, false},
+        {"one octet", "03 02 00 41", 0, 8, "41", 4, false},
+        {"one bit", "03 02 07 80", 0, 1, "80", 4, false},
+        {"unused bits without an octet", "03 01 05", RTS_BAD_LENGTH, 0, "", 0, false},
+        {"eight unused bits", "03 02 08 FF", RTS_BAD_VALUE, 0, "", 0, false},
+        {"cut content", "03 03 00 41", RTS_END_OF_BUFFER, 0, "", 0, false},
+        {"cut behind length", "03 02", RTS_END_OF_BUFFER, 0, "", 0, false},
+        {"no octet left", "03 01", RTS_END_OF_BUFFER, 0, "", 0, false},
+        {"foreign tag", "04 02 00 41", RTS_TAG_MISMATCH, 0, "", 0, true},
+        {"indefinite primitive", "03 80 00 41 00 00", RTS_BAD_LENGTH, 0, "", 0, true},
+        {"indefinite one segment", "23 80 03 02 04 F0 00 00", 0, 4, "F0", 8, false},
         // The octets of unused bits of all segments but the last stay in the data.
-        Row{"IndefiniteSegments", "23 80 03 02 00 41 03 02 04 F0 00 00", 0, 20, "00 41 F0", 12, false},
-        Row{"DefiniteSegments", "23 08 03 02 00 41 03 02 04 F0", 0, 20, "00 41 F0", 10, false},
-        Row{"LastSegmentOfUnusedBitsAlone", "23 07 03 02 00 41 03 01 03", 0, 13, "00 41", 9, false},
-        Row{"EmptySegments", "23 06 03 00 03 02 04 F0", 0, 4, "F0", 8, false},
-        Row{"EmptySegmentLast", "23 06 03 02 04 F0 03 00", 0, 4, "F0", 8, false},
-        Row{"NothingButEmptySegments", "23 04 03 00 03 00", 0, 0, "", 6, false},
-        Row{"NothingButUnusedBits", "23 03 03 01 02", RTS_BAD_LENGTH, 0, "", 0, false},
-        Row{"IndefiniteAndEmpty", "23 80 00 00", 0, 0, "", 4, false},
-        Row{"IndefiniteWithoutBits", "23 80 03 01 00 00 00", RTS_BAD_LENGTH, 0, "", 0, false},
-        Row{"UnusedBitsOfLastSegment", "23 08 03 02 00 41 03 02 08 F0", RTS_BAD_VALUE, 0, "", 0, false},
-        Row{"SegmentPassesTheWhole", "23 05 03 04 00 41 42 43", RTS_BAD_LENGTH, 0, "", 0, true},
-        Row{"SegmentCut", "23 04 03 04 00 41", RTS_END_OF_BUFFER, 0, "", 0, false},
-        Row{"SegmentsPassTheCapacity", "23 06 03 02 00 41 03 05 00 41 42 43 44", RTS_BUFFER_TOO_SMALL, 0, "",
-            0, true},
-        Row{"ForeignSegment", "23 80 04 02 00 41 00 00", RTS_BAD_TAG, 0, "", 0, false},
-        Row{"ForeignSegmentInDefinite", "23 04 04 02 00 41", RTS_TAG_MISMATCH, 0, "", 0, true},
-        Row{"IndefiniteSegmentInDefinite", "23 06 23 80 03 02 00 41", RTS_BAD_LENGTH, 0, "", 0, true}),
-    [](const auto& info) { return info.param.name; });
+        {"indefinite segments", "23 80 03 02 00 41 03 02 04 F0 00 00", 0, 20, "00 41 F0", 12, false},
+        {"definite segments", "23 08 03 02 00 41 03 02 04 F0", 0, 20, "00 41 F0", 10, false},
+        {"last segment of unused bits alone", "23 07 03 02 00 41 03 01 03", 0, 13, "00 41", 9, false},
+        {"empty segments", "23 06 03 00 03 02 04 F0", 0, 4, "F0", 8, false},
+        {"empty segment last", "23 06 03 02 04 F0 03 00", 0, 4, "F0", 8, false},
+        {"nothing but empty segments", "23 04 03 00 03 00", 0, 0, "", 6, false},
+        {"nothing but unused bits", "23 03 03 01 02", RTS_BAD_LENGTH, 0, "", 0, false},
+        {"indefinite and empty", "23 80 00 00", 0, 0, "", 4, false},
+        {"indefinite without bits", "23 80 03 01 00 00 00", RTS_BAD_LENGTH, 0, "", 0, false},
+        {"unused bits of last segment", "23 08 03 02 00 41 03 02 08 F0", RTS_BAD_VALUE, 0, "", 0, false},
+        {"segment passes the whole", "23 05 03 04 00 41 42 43", RTS_BAD_LENGTH, 0, "", 0, true},
+        {"segment cut", "23 04 03 04 00 41", RTS_END_OF_BUFFER, 0, "", 0, false},
+        {"segments pass the capacity", "23 06 03 02 00 41 03 05 00 41 42 43 44", RTS_BUFFER_TOO_SMALL, 0, "",
+         0, true},
+        {"foreign segment", "23 80 04 02 00 41 00 00", RTS_BAD_TAG, 0, "", 0, false},
+        {"foreign segment in definite", "23 04 04 02 00 41", RTS_TAG_MISMATCH, 0, "", 0, true},
+        {"indefinite segment in definite", "23 06 23 80 03 02 00 41", RTS_BAD_LENGTH, 0, "", 0, true},
+    };
+    for (const Row& row : rows) {
+        for (const unsigned flags : {0u, unsigned{ASN1_NO_COPY}}) {
+            SCOPED_TRACE(row.name);
+            Decoder decoder(row.octets, flags);
+            const unsigned char* data = nullptr;
+            std::uint32_t numbits = 77;
+            EXPECT_EQ(xd_bitstr(decoder, &data, &numbits, ASN1EXPL, 0), row.status);
+            ASSERT_EQ(numbits, row.numbits);
+            EXPECT_EQ(test::text(data, (numbits + 7) / 8), row.data);
+            EXPECT_TRUE(row.status != RTS_OK || decoder.position() == row.position);
+            EXPECT_EQ(decoder.recorded(), row.recorded ? row.status : RTS_OK);
+        }
+    }
+}
 
 TEST(DecodedBits, LengthsBeyondTheMessageTakeNoMoreMemoryThanTheMessage) {
     const std::pair<const char*, int> rows[] = {

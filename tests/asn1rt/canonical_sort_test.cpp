@@ -1,18 +1,14 @@
 #include "asn1rt/canonical_sort.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "asn1rt/ber_encode.h"
-#include "support/contexts.h"
+#include "runtime_test.h"
 
 namespace {
-
-using test::Encoder;
 
 class CanonicalSort : public ::testing::Test {
   protected:

@@ -1,20 +1,12 @@
 #include "asn1rt/char_string.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <string>
 #include <vector>
 
 #include "asn1rt/universal_tags.h"
-#include "support/contexts.h"
+#include "runtime_test.h"
 
 namespace {
-
-using test::Decoder;
-using test::Encoder;
-
-constexpr const char* kNoText = nullptr;
 
 struct TextRow {
     const char* name;
@@ -24,40 +16,35 @@ struct TextRow {
     std::uint32_t position;
 };
 
-class DecodedText : public ::testing::TestWithParam<TextRow> {};
-
-TEST_P(DecodedText, IsTerminatedAndFailuresAreRecorded) {
-    const TextRow& row = GetParam();
-    Decoder decoder(row.octets, ASN1_NO_COPY);
-    const char* text = nullptr;
-    EXPECT_EQ(xd_charstr(decoder, &text, ASN1EXPL, TAG_IA5_STRING, 0), row.status);
-    ASSERT_EQ(text == nullptr, row.text == kNoText);
-    if (text) {
+TEST(DecodedText, IsTerminatedAndFailuresAreRecorded) {
+    const TextRow rows[] = {
+        {"primitive", "16 02 41 42 FF", 0, "AB", 4},
+        {"empty", "16 00", 0, "", 2},
+        {"zero inside", "16 03 41 00 42", 0, "A", 5},
+        {"long length", "16 81 02 41 42", 0, "AB", 5},
+        {"definite segments", "36 07 04 01 41 04 02 42 43", 0, "ABC", 9},
+        {"indefinite segments", "36 80 04 01 41 04 02 42 43 00 00 16", 0, "ABC", 11},
+        {"indefinite and empty", "36 80 00 00", 0, "", 4},
+        {"only empty segments", "36 80 04 00 00 00", RTS_BAD_LENGTH, "", 2},
+        {"foreign tag", "0C 01 41", RTS_TAG_MISMATCH, nullptr, 0},
+        {"cut behind the tag", "16", RTS_END_OF_BUFFER, nullptr, 1},
+        {"cut content", "16 03 41 42", RTS_END_OF_BUFFER, "", 2},
+        {"indefinite primitive", "16 80 41 00 00", RTS_BAD_LENGTH, nullptr, 2},
+        {"segment of its own tag", "36 80 16 01 41 00 00", RTS_BAD_TAG, nullptr, 4},
+        {"segments without end", "36 80 04 01 41", RTS_END_OF_BUFFER, nullptr, 5},
+        {"segments cut short", "36 05 04 01 41 04 03 42", RTS_END_OF_BUFFER, "", 7},
+        {"segments too long", "36 06 04 02 41 42 04 06 43 44 45 46 47 48", RTS_BAD_LENGTH, "", 8},
+    };
+    for (const TextRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        Decoder decoder(row.octets, ASN1_NO_COPY);
+        const char* text = nullptr;
+        EXPECT_EQ(xd_charstr(decoder, &text, ASN1EXPL, TAG_IA5_STRING, 0), row.status);
         EXPECT_STREQ(text, row.text);
+        EXPECT_EQ(decoder.position(), row.position);
+        EXPECT_EQ(decoder.recorded(), row.status);
     }
-    EXPECT_EQ(decoder.position(), row.position);
-    EXPECT_EQ(decoder.recorded(), row.status);
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, DecodedText,
-    ::testing::Values(TextRow{"Primitive", "16 02 41 42 FF", 0, "AB", 4}, TextRow{"Empty", "16 00", 0, "", 2},
-                      TextRow{"ZeroInside", "16 03 41 00 42", 0, "A", 5},
-                      TextRow{"LongLength", "16 81 02 41 42", 0, "AB", 5},
-                      TextRow{"DefiniteSegments", "36 07 04 01 41 04 02 42 43", 0, "ABC", 9},
-                      TextRow{"IndefiniteSegments", "36 80 04 01 41 04 02 42 43 00 00 16", 0, "ABC", 11},
-                      TextRow{"IndefiniteAndEmpty", "36 80 00 00", 0, "", 4},
-                      TextRow{"OnlyEmptySegments", "36 80 04 00 00 00", RTS_BAD_LENGTH, "", 2},
-                      TextRow{"ForeignTag", "0C 01 41", RTS_TAG_MISMATCH, kNoText, 0},
-                      TextRow{"CutBehindTag", "16", RTS_END_OF_BUFFER, kNoText, 1},
-                      TextRow{"CutContent", "16 03 41 42", RTS_END_OF_BUFFER, "", 2},
-                      TextRow{"IndefinitePrimitive", "16 80 41 00 00", RTS_BAD_LENGTH, kNoText, 2},
-                      TextRow{"SegmentOfItsOwnTag", "36 80 16 01 41 00 00", RTS_BAD_TAG, kNoText, 4},
-                      TextRow{"SegmentsWithoutEnd", "36 80 04 01 41", RTS_END_OF_BUFFER, kNoText, 5},
-                      TextRow{"SegmentsCutShort", "36 05 04 01 41 04 03 42", RTS_END_OF_BUFFER, "", 7},
-                      TextRow{"SegmentsLongerThanTheWhole", "36 06 04 02 41 42 04 06 43 44 45 46 47 48",
-                              RTS_BAD_LENGTH, "", 8}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(DecodedText, MissingEndOfContentsOutranksAFailedSegment) {
     Decoder decoder("36 80 00 01 41 00 00");  // measured as a segment, refused as one
@@ -120,7 +107,7 @@ TEST(EncodedUnits, MissingUnitsAreRefusedAndNoUnitsAreAnEmptyString) {
 }
 
 TEST(EncodedUnits, FullBufferIsTheFirstFailure) {
-    test::LiveContext ctxt;
+    LiveContext ctxt;
     unsigned char buffer[4];
     xe_setp(ctxt, buffer, sizeof buffer);
     std::uint16_t units[] = {1, 2};
@@ -136,31 +123,29 @@ struct UnitsRow {
     std::uint32_t position;
 };
 
-class DecodedUnits : public ::testing::TestWithParam<UnitsRow> {};
-
-TEST_P(DecodedUnits, AreInHostOrder) {
-    const UnitsRow& row = GetParam();
-    Decoder decoder(row.octets);
-    Asn116BitCharString value{77, nullptr};
-    EXPECT_EQ(xd_16BitCharStr(decoder, &value, ASN1EXPL, TAG_BMP_STRING, 0), row.status);
-    ASSERT_EQ(value.nchars, row.units.size());
-    EXPECT_TRUE(std::equal(row.units.begin(), row.units.end(), value.data));
-    EXPECT_EQ(decoder.position(), row.position);
-    EXPECT_EQ(decoder.recorded(), row.status);
+TEST(DecodedUnits, AreInHostOrder) {
+    const UnitsRow rows[] = {
+        {"primitive", "1E 04 00 41 04 10", 0, {0x41, 0x410}, 6},
+        {"empty", "1E 00", 0, {}, 2},
+        {"odd octet is dropped", "1E 03 00 41 04", 0, {0x41}, 5},
+        {"half a unit", "1E 01 41", 0, {}, 3},
+        {"unit across segments", "3E 80 04 01 12 04 01 34 00 00", 0, {0x1234}, 10},
+        {"indefinite and empty", "3E 80 00 00", 0, {}, 4},
+        {"only empty segments", "3E 80 04 00 00 00", RTS_BAD_LENGTH, {}, 2},
+        {"cut content", "1E 04 00 41", RTS_END_OF_BUFFER, {}, 2},
+        {"foreign tag", "1C 02 00 41", RTS_TAG_MISMATCH, {}, 0},
+    };
+    for (const UnitsRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        Decoder decoder(row.octets);
+        Asn116BitCharString value{77, nullptr};
+        EXPECT_EQ(xd_16BitCharStr(decoder, &value, ASN1EXPL, TAG_BMP_STRING, 0), row.status);
+        ASSERT_EQ(value.nchars, row.units.size());
+        EXPECT_TRUE(std::equal(row.units.begin(), row.units.end(), value.data));
+        EXPECT_EQ(decoder.position(), row.position);
+        EXPECT_EQ(decoder.recorded(), row.status);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, DecodedUnits,
-    ::testing::Values(UnitsRow{"Primitive", "1E 04 00 41 04 10", 0, {0x41, 0x410}, 6},
-                      UnitsRow{"Empty", "1E 00", 0, {}, 2},
-                      UnitsRow{"OddOctetIsDropped", "1E 03 00 41 04", 0, {0x41}, 5},
-                      UnitsRow{"HalfAUnit", "1E 01 41", 0, {}, 3},
-                      UnitsRow{"UnitAcrossSegments", "3E 80 04 01 12 04 01 34 00 00", 0, {0x1234}, 10},
-                      UnitsRow{"IndefiniteAndEmpty", "3E 80 00 00", 0, {}, 4},
-                      UnitsRow{"OnlyEmptySegments", "3E 80 04 00 00 00", RTS_BAD_LENGTH, {}, 2},
-                      UnitsRow{"CutContent", "1E 04 00 41", RTS_END_OF_BUFFER, {}, 2},
-                      UnitsRow{"ForeignTag", "1C 02 00 41", RTS_TAG_MISMATCH, {}, 0}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(DecodedUnits, ThirtyTwoBits) {
     Decoder decoder("1C 0B 00 01 F6 00 FF 00 00 01 02 03 04");

@@ -2,18 +2,12 @@
 // their own, is tested with the types themselves; here stands what such records do not show.
 #include "asn1rt/copy.h"
 
-#include <gtest/gtest.h>
-
 #include <memory>
 
 #include "asn1rt/open_type.h"
-#include "support/allocation.h"
-#include "support/contexts.h"
+#include "runtime_test.h"
 
 namespace {
-
-using test::Decoder;
-using test::LiveContext;
 
 const unsigned char kOctets[] = {0x30, 0x03, 0x02, 0x01, 0x05};
 
@@ -77,7 +71,7 @@ TEST(CopyWithoutMemory, TargetsAreEmpty) {
     ASN1TDynBitStr bitsCopy{7, kOctets};
     ASN1TDynOctStr octetsCopy{7, kOctets};
     const char* text = "left";
-    test::CountedAllocations memory;
+    CountedAllocations memory;
     memory.allow(0);
     EXPECT_EQ(rtCopyDynBitStr(ctxt, &bits, &bitsCopy), 0);
     EXPECT_EQ(rtCopyDynOctStr(ctxt, &beyondTheHeap, &octetsCopy), 0);
@@ -96,12 +90,12 @@ TEST(CopyWithoutMemory, OpenTypeListKeepsWhatItGot) {
         LiveContext ctxt;
         _Asn1RTDList copy{9, nullptr, nullptr};
         {
-            test::CountedAllocations memory;
+            CountedAllocations memory;
             memory.allow(allocations);
             EXPECT_EQ(rtCopyOpenTypeExt(ctxt, &list, &copy), allocations == 6);
         }
         EXPECT_EQ(copy.count, static_cast<std::uint32_t>(allocations / 2));
-        test::Encoder encoder;
+        Encoder encoder;
         EXPECT_GE(xe_OpenTypeExt(encoder, &copy), 0);
         const std::string whole = "02 01 05 04 00 30 00";
         EXPECT_EQ(encoder.message(), whole.substr(0, encoder.message().size()));

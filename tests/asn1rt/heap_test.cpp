@@ -1,25 +1,26 @@
 #include "asn1rt/heap.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <cstring>
 
 #include "asn1rt/context.h"
-#include "support/allocation.h"
+#include "runtime_test.h"
 
 namespace {
 
 class HeapTest : public ::testing::Test {
   protected:
     // Every test ends with no heap left, so all that was taken has come back.
-    ~HeapTest() override { EXPECT_EQ(memory.freed(), memory.made()); }
+    ~HeapTest() override {
+        rtMemHeapRelease(&heap);
+        EXPECT_EQ(memory.freed(), memory.made());
+    }
 
-    test::CountedAllocations memory;
+    CountedAllocations memory;
+    rtMemHeap* heap = nullptr;
 };
 
 TEST_F(HeapTest, EachAllocationIsOneAlignedBlockThatGoesWithTheHeap) {
-    rtMemHeap* heap = nullptr;
     ASSERT_EQ(rtMemHeapCreate(&heap, nullptr), RTS_OK);
     void* first = rtMemHeapAlloc(&heap, 0);
     void* second = rtMemHeapAlloc(&heap, 0);
@@ -36,7 +37,6 @@ TEST_F(HeapTest, EachAllocationIsOneAlignedBlockThatGoesWithTheHeap) {
 }
 
 TEST_F(HeapTest, SizesOutOfRangeAreRefusedWithoutAskingTheAllocator) {
-    rtMemHeap* heap = nullptr;
     rtMemHeapCreate(&heap, nullptr);
     void* block = rtMemHeapAlloc(&heap, 8);
     const int before = memory.made();
@@ -49,11 +49,9 @@ TEST_F(HeapTest, SizesOutOfRangeAreRefusedWithoutAskingTheAllocator) {
     EXPECT_EQ(rtMemHeapAlloc(nullptr, 8), nullptr);
     EXPECT_EQ(memory.made(), before);
     EXPECT_EQ(static_cast<std::int64_t*>(block)[-1], 8);
-    rtMemHeapRelease(&heap);
 }
 
 TEST_F(HeapTest, ShrinkStaysAndGrowthMovesTheBytes) {
-    rtMemHeap* heap = nullptr;
     EXPECT_EQ(rtMemHeapRealloc(&heap, nullptr, 8), nullptr)
         << "an empty handle gets no heap from a reallocation";
     rtMemHeapCreate(&heap, nullptr);
@@ -69,11 +67,9 @@ TEST_F(HeapTest, ShrinkStaysAndGrowthMovesTheBytes) {
     EXPECT_NE(grown, other);
     EXPECT_EQ(std::memcmp(grown, "abc", 3), 0);
     EXPECT_EQ(memory.freed(), 1);
-    rtMemHeapRelease(&heap);
 }
 
 TEST_F(HeapTest, FreeingUnlinksFromFrontMiddleAndEnd) {
-    rtMemHeap* heap = nullptr;
     void* a = rtMemHeapAlloc(&heap, 1);  // makes the heap
     void* b = rtMemHeapAlloc(&heap, 1);
     void* c = rtMemHeapAlloc(&heap, 1);
@@ -83,7 +79,6 @@ TEST_F(HeapTest, FreeingUnlinksFromFrontMiddleAndEnd) {
     EXPECT_EQ(heap->blockList, nullptr);
     rtMemHeapFreePtr(&heap, nullptr);
     rtMemHeapFreePtr(nullptr, nullptr);
-    rtMemHeapRelease(&heap);
 }
 
 TEST_F(HeapTest, BlockIsUnlinkedFromItsOwnHeapWhateverTheHandle) {
@@ -101,7 +96,6 @@ TEST_F(HeapTest, BlockIsUnlinkedFromItsOwnHeapWhateverTheHandle) {
 }
 
 TEST_F(HeapTest, OnlyTheLastReferenceReleases) {
-    rtMemHeap* heap = nullptr;
     rtMemHeapCreate(&heap, nullptr);
     rtMemHeapAddRef(&heap);
     rtMemHeap* other = heap;

@@ -1,12 +1,9 @@
 #include "asn1rt/list.h"
 
-#include <gtest/gtest.h>
-
 #include <vector>
 
 #include "asn1rt/slist.h"
-#include "support/allocation.h"
-#include "support/contexts.h"
+#include "runtime_test.h"
 
 namespace {
 
@@ -49,8 +46,8 @@ class ListTest : public ::testing::Test {
     }
 
     using Ints = std::vector<int>;
-    test::CountedAllocations memory;  // lives longer than the context
-    test::LiveContext ctxt;
+    CountedAllocations memory;  // lives longer than the context
+    LiveContext ctxt;
     _Asn1RTDList list;
     int values[5] = {0, 1, 2, 3, 4};
 };
@@ -194,17 +191,13 @@ TEST_F(ListTest, SinglyLinkedNodesComeFromTheOwnerOrTheLibrary) {
         rtSListInitEx(owner, &nodes);
         rtSListNode* first = rtSListAppend(&nodes, &values[0]);
         rtSListNode* second = rtSListAppend(&nodes, &values[1]);
-        EXPECT_EQ(nodes.head, first);
-        EXPECT_EQ(first->next, second);
-        EXPECT_EQ(nodes.tail, second);
-        EXPECT_EQ(second->next, nullptr);
+        EXPECT_TRUE(nodes.head == first && first->next == second);
+        EXPECT_TRUE(nodes.tail == second && second->next == nullptr);
         EXPECT_EQ(nodes.count, 2u);
         EXPECT_EQ(memory.alive(), owner ? before + 2 : before);
         rtSListFree(&nodes);
         EXPECT_EQ(memory.alive(), before);
-        EXPECT_EQ(nodes.count, 0u);
-        EXPECT_EQ(nodes.head, nullptr);
-        EXPECT_EQ(nodes.owner, nullptr);
+        EXPECT_TRUE(nodes.count == 0 && nodes.head == nullptr && nodes.owner == nullptr);
     }
 }
 

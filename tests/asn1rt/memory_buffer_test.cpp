@@ -1,11 +1,8 @@
 #include "asn1rt/memory_buffer.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
-#include <vector>
 
-#include "support/contexts.h"
+#include "runtime_test.h"
 
 namespace {
 
@@ -24,7 +21,7 @@ class MemoryBufferTest : public ::testing::Test {
         return std::string(data, data + length);
     }
 
-    test::LiveContext ctxt;
+    LiveContext ctxt;
     rtMemBuf buffer;
 };
 

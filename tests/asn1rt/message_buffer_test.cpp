@@ -1,13 +1,10 @@
 #include "asn1rt/message_buffer.h"
 
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <memory>
 
 #include "asn1rt/control.h"
-#include "support/allocation.h"
-#include "support/octets.h"
+#include "runtime_test.h"
 
 namespace {
 
@@ -33,6 +30,9 @@ class EmptyControl : public ASN1CType {
   public:
     using ASN1CType::ASN1CType;
 };
+
+// An INTEGER, 5.
+const unsigned char kFive[] = {0x02, 0x01, 0x05};
 
 int statusOf(const std::function<void()>& action) {
     try {
@@ -73,8 +73,7 @@ TEST(EncodeMessage, ShiftOperatorTakesOnlyAnEmptyEncoding) {
 }
 
 TEST(Directions, AreNotInterchangeable) {
-    const auto message = test::octets("02 01 05");
-    ASN1BERDecodeBuffer decodeBuffer(message.data(), 3);
+    ASN1BERDecodeBuffer decodeBuffer(kFive, 3);
     ASN1BEREncodeBuffer encodeBuffer;
     EXPECT_FALSE(decodeBuffer.isA(ASN1MessageBufferIF::BEREncode));
     EXPECT_TRUE(encodeBuffer.isA(ASN1MessageBufferIF::BEREncode));
@@ -94,16 +93,15 @@ TEST(Directions, AreNotInterchangeable) {
 }
 
 TEST(DecodeMessage, SecondDecodeGoesOnWhereTheFirstStopped) {
-    const auto message = test::octets("02 01 05");
-    ASN1BERDecodeBuffer buffer(message.data(), 3);
+    ASN1BERDecodeBuffer buffer(kFive, 3);
     std::int32_t value = 0;
     IntegerControl control(buffer, value);
     EXPECT_EQ(control.Decode(), RTS_OK);
     EXPECT_EQ(value, 5);
     EXPECT_EQ(control.Decode(), RTS_END_OF_BUFFER);
-    buffer.setBuffer(message.data(), 3, true);
+    buffer.setBuffer(kFive, 3, true);
     EXPECT_EQ(control.Decode(), RTS_END_OF_BUFFER) << "the same message was skipped";
-    buffer.setBuffer(message.data(), 3);
+    buffer.setBuffer(kFive, 3);
     EXPECT_EQ(control.Decode(), RTS_OK);
 }
 
@@ -126,10 +124,8 @@ TEST(DecodeMessage, WithoutAMessageEveryReadEnds) {
     int length = 0;
     EXPECT_EQ(none.findElement(2, length), nullptr);
 
-    auto message = std::make_unique<unsigned char[]>(3);
-    const auto octets = test::octets("02 01 05");
-    std::copy(octets.begin(), octets.end(), message.get());
-    none.setBuffer(message.get(), 3);
+    auto message = std::make_unique<test::Octets>(std::begin(kFive), std::end(kFive));
+    none.setBuffer(message->data(), 3);
     EXPECT_EQ(control.Decode(), RTS_OK);
     none.setBuffer(nullptr, 3);
     message.reset();
@@ -154,8 +150,7 @@ TEST(MemoryBuffer, IsTakenAsTheMessage) {
     rtMemBufInit(buffer.getCtxtPtr(), &memory, 16);
     EXPECT_EQ(buffer.initBuffer(memory), RTS_OK);
     EXPECT_EQ(buffer.getCtxtPtr()->buffer.size, 0u) << "an empty one is no message";
-    const auto octets = test::octets("02 01 05");
-    ASSERT_EQ(rtMemBufAppend(&memory, octets.data(), 3), RTS_OK);
+    ASSERT_EQ(rtMemBufAppend(&memory, kFive, 3), RTS_OK);
     EXPECT_EQ(buffer.initBuffer(memory), RTS_OK);
     std::int32_t value = 0;
     EXPECT_EQ(xd_integer(buffer.getCtxtPtr(), &value, ASN1EXPL, 0), RTS_OK);
@@ -186,7 +181,7 @@ TEST(SharedContext, LivesAsLongAsAReference) {
 
 TEST(SharedContext, FailedMemoryIsAnExceptionAndNoLeak) {
     for (int allowed : {0, 1}) {
-        test::CountedAllocations memory;
+        CountedAllocations memory;
         memory.allow(allowed);
         EXPECT_EQ(statusOf([] { ASN1BEREncodeBuffer buffer; }), RTS_NO_MEMORY) << allowed;
         EXPECT_EQ(memory.alive(), 0);

@@ -67,15 +67,15 @@ TEST(ObjectIdentifier, TextStopsAtArc128) {
 
 TEST(ObjectIdentifier, TextIsWrittenInWholePieces) {
     const ASN1TObjId oid = identifier({1, 4294967295, 0, 10});
-    struct {
+    const struct {
         int room, result;
         const char* text;
-    } const rows[] = {{17, 1, "1.4294967295.0.10"},
-                      {16, 0, "1.4294967295.0"},
-                      {12, 0, "1.4294967295"},
-                      {11, 0, "1"},
-                      {1, 0, "1"},
-                      {0, 0, ""}};
+    } rows[] = {{17, 1, "1.4294967295.0.10"},
+                {16, 0, "1.4294967295.0"},
+                {12, 0, "1.4294967295"},
+                {11, 0, "1"},
+                {1, 0, "1"},
+                {0, 0, ""}};
     EXPECT_EQ(rtOidToStrLen(&oid), 17);
     for (const auto& row : rows) {
         std::vector<char> text(static_cast<std::size_t>(row.room) + 1, '?');  // no octet more than is allowed
@@ -86,8 +86,7 @@ TEST(ObjectIdentifier, TextIsWrittenInWholePieces) {
     EXPECT_EQ(rtOidToStr(&oid, &one, -1), 0);
     EXPECT_EQ(one, '?');
     const ASN1TObjId empty;
-    for (const ASN1OBJID* none :
-         {static_cast<const ASN1OBJID*>(&empty), static_cast<const ASN1OBJID*>(nullptr)}) {
+    for (const ASN1OBJID* none : std::initializer_list<const ASN1OBJID*>{&empty, nullptr}) {
         one = '?';
         EXPECT_EQ(rtOidToStr(none, &one, 0), 1);
         EXPECT_EQ(one, '\0');

@@ -1,13 +1,8 @@
 #include "asn1rt/open_type.h"
 
-#include <gtest/gtest.h>
-
-#include "support/contexts.h"
+#include "runtime_test.h"
 
 namespace {
-
-using test::Decoder;
-using test::Encoder;
 
 std::string octetsOf(const ASN1OpenType& value) {
     return test::text(value.data, value.numocts);
@@ -62,38 +57,37 @@ struct ReadRow {
     std::uint32_t position;
 };
 
-class ReadOpenType : public ::testing::TestWithParam<ReadRow> {};
-
-TEST_P(ReadOpenType, IsOneWholeElement) {
-    const ReadRow& row = GetParam();
-    for (unsigned flags : {0u, unsigned{ASN1_NO_COPY}}) {
-        Decoder decoder(row.message, flags);
-        ASN1OpenType value{77, nullptr};
-        EXPECT_EQ(xd_OpenType(decoder, &value.data, &value.numocts), row.status);
-        ASSERT_EQ(value.data != nullptr, row.element != nullptr);
-        if (row.element) {
-            EXPECT_EQ(octetsOf(value), row.element);
-            EXPECT_EQ(value.data == decoder.data(), flags == ASN1_NO_COPY);
-            EXPECT_EQ(decoder.position(), row.position);
-        } else {
-            EXPECT_EQ(value.numocts, 77u);
+TEST(ReadOpenType, IsOneWholeElement) {
+    const ReadRow rows[] = {
+        {"primitive", "02 01 05 FF", 0, "02 01 05", 3},
+        {"without content", "05 00 FF", 0, "05 00", 2},
+        {"constructed", "30 03 02 01 05", 0, "30 03 02 01 05", 5},
+        {"indefinite", "30 80 A0 80 00 00 00 00 FF", 0, "30 80 A0 80 00 00 00 00", 8},
+        {"end of contents", "00 00", RTS_BAD_VALUE, nullptr, 0},
+        {"content cut", "04 03 41", RTS_BAD_VALUE, nullptr, 0},
+        {"long length cut", "04 81 80 41", RTS_BAD_LENGTH, nullptr, 0},
+        {"indefinite primitive", "04 80 00 00", RTS_BAD_LENGTH, nullptr, 0},
+        {"end of message", "", 0, nullptr, 0},
+        {"tag alone", "30", 0, nullptr, 0},
+        {"indefinite without end", "30 80 02 01 05", 0, nullptr, 0},
+    };
+    for (const ReadRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        for (unsigned flags : {0u, unsigned{ASN1_NO_COPY}}) {
+            Decoder decoder(row.message, flags);
+            ASN1OpenType value{77, nullptr};
+            EXPECT_EQ(xd_OpenType(decoder, &value.data, &value.numocts), row.status);
+            ASSERT_EQ(value.data != nullptr, row.element != nullptr);
+            if (row.element) {
+                EXPECT_EQ(octetsOf(value), row.element);
+                EXPECT_EQ(value.data == decoder.data(), flags == ASN1_NO_COPY);
+                EXPECT_EQ(decoder.position(), row.position);
+            } else {
+                EXPECT_EQ(value.numocts, 77u);
+            }
         }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, ReadOpenType,
-    ::testing::Values(ReadRow{"Primitive", "02 01 05 FF", 0, "02 01 05", 3},
-                      ReadRow{"WithoutContent", "05 00 FF", 0, "05 00", 2},
-                      ReadRow{"Constructed", "30 03 02 01 05", 0, "30 03 02 01 05", 5},
-                      ReadRow{"Indefinite", "30 80 A0 80 00 00 00 00 FF", 0, "30 80 A0 80 00 00 00 00", 8},
-                      ReadRow{"EndOfContents", "00 00", RTS_BAD_VALUE, nullptr, 0},
-                      ReadRow{"ContentCut", "04 03 41", RTS_BAD_VALUE, nullptr, 0},
-                      ReadRow{"LongLengthCut", "04 81 80 41", RTS_BAD_LENGTH, nullptr, 0},
-                      ReadRow{"IndefinitePrimitive", "04 80 00 00", RTS_BAD_LENGTH, nullptr, 0},
-                      ReadRow{"EndOfMessage", "", 0, nullptr, 0}, ReadRow{"TagAlone", "30", 0, nullptr, 0},
-                      ReadRow{"IndefiniteWithoutEnd", "30 80 02 01 05", 0, nullptr, 0}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(OpenTypeList, IsWrittenInItsOrder) {
     Decoder decoder("02 01 05 04 00 30 80 00 00");
@@ -123,38 +117,34 @@ struct ExtensionRow {
     std::uint32_t position;
 };
 
-class Extensions : public ::testing::TestWithParam<ExtensionRow> {};
-
-TEST_P(Extensions, AreGatheredToTheirEnd) {
-    const ExtensionRow& row = GetParam();
-    Decoder decoder(row.message, row.flags);
-    const ASN1CCB parent{decoder.data(), row.length};
-    _Asn1RTDList list{};
-    EXPECT_EQ(xd_OpenTypeExt(decoder, &parent, row.tag, &list), row.status);
-    EXPECT_EQ(list.count, row.elements);
-    EXPECT_EQ(decoder.position(), row.position);
-    EXPECT_EQ(decoder.recorded(), row.status);
-}
-
 constexpr ASN1TAG kKnown = TM_CONTEXT | 1;
 
-INSTANTIATE_TEST_SUITE_P(
-    Rows, Extensions,
-    ::testing::Values(
-        ExtensionRow{"ToTheEndOfTheParent", "02 01 05 04 00 05 00", 5, XD_ANY_TAG, 0, 0, 2, 5},
-        ExtensionRow{"ToTheEndOfTheBuffer", "02 01 05 04 00", 99, XD_ANY_TAG, 0, 0, 2, 5},
-        ExtensionRow{"ToTheEndOfContents", "02 01 05 00 00", ASN1_INDEFLEN, XD_ANY_TAG, 0, 0, 1, 3},
-        ExtensionRow{"OneOctetLeftOfIndefinite", "02 01 05 04", ASN1_INDEFLEN, XD_ANY_TAG, 0, 0, 1, 3},
-        ExtensionRow{"None", "", 0, XD_ANY_TAG, 0, 0, 0, 0},
-        ExtensionRow{"ElementCut", "02 01 05 04 03 41", 6, XD_ANY_TAG, 0, RTS_BAD_VALUE, 1, 5},
-        ExtensionRow{"UpToTheKnownElement", "02 01 05 04 00 81 01 00", 8, kKnown, 0, 0, 2, 5},
-        ExtensionRow{"KnownElementComesFirst", "81 01 00", 3, kKnown, 0, 0, 0, 0},
-        ExtensionRow{"KnownElementIsMissing", "02 01 05", 3, kKnown, 0, RTS_END_OF_BUFFER, 1, 3},
-        ExtensionRow{"ElementBeforeTheKnownIsBad", "00 00 81 01 00", 5, kKnown, 0, RTS_BAD_VALUE, 0, 2},
+TEST(Extensions, AreGatheredToTheirEnd) {
+    const ExtensionRow rows[] = {
+        {"to the end of the parent", "02 01 05 04 00 05 00", 5, XD_ANY_TAG, 0, 0, 2, 5},
+        {"to the end of the buffer", "02 01 05 04 00", 99, XD_ANY_TAG, 0, 0, 2, 5},
+        {"to the end of contents", "02 01 05 00 00", ASN1_INDEFLEN, XD_ANY_TAG, 0, 0, 1, 3},
+        {"one octet left of indefinite", "02 01 05 04", ASN1_INDEFLEN, XD_ANY_TAG, 0, 0, 1, 3},
+        {"none", "", 0, XD_ANY_TAG, 0, 0, 0, 0},
+        {"element cut", "02 01 05 04 03 41", 6, XD_ANY_TAG, 0, RTS_BAD_VALUE, 1, 5},
+        {"up to the known element", "02 01 05 04 00 81 01 00", 8, kKnown, 0, 0, 2, 5},
+        {"known element comes first", "81 01 00", 3, kKnown, 0, 0, 0, 0},
+        {"known element is missing", "02 01 05", 3, kKnown, 0, RTS_END_OF_BUFFER, 1, 3},
+        {"element before the known is bad", "00 00 81 01 00", 5, kKnown, 0, RTS_BAD_VALUE, 0, 2},
         // The cursor can't move here: that must end all the same.
-        ExtensionRow{"EndIsKnown", "02 01 05", 3, XD_ANY_TAG, ASN1_INDEF_MESSAGE | ASN1_END_REACHED, 0, 1,
-                     0}),
-    [](const auto& info) { return info.param.name; });
+        {"end is known", "02 01 05", 3, XD_ANY_TAG, ASN1_INDEF_MESSAGE | ASN1_END_REACHED, 0, 1, 0},
+    };
+    for (const ExtensionRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        Decoder decoder(row.message, row.flags);
+        const ASN1CCB parent{decoder.data(), row.length};
+        _Asn1RTDList list{};
+        EXPECT_EQ(xd_OpenTypeExt(decoder, &parent, row.tag, &list), row.status);
+        EXPECT_EQ(list.count, row.elements);
+        EXPECT_EQ(decoder.position(), row.position);
+        EXPECT_EQ(decoder.recorded(), row.status);
+    }
+}
 
 TEST(Extensions, HeaderThatCannotBeReadIsNotRecorded) {
     Decoder decoder("04 80 00 00");

@@ -1,11 +1,9 @@
 #include "asn1rt/seq_of_list.h"
 
-#include <gtest/gtest.h>
-
 #include <memory>
 #include <vector>
 
-#include "support/allocation.h"
+#include "runtime_test.h"
 
 namespace {
 
@@ -184,7 +182,7 @@ TEST_F(SeqOfListTest, OwnContextLivesAsLongAsTheList) {
 
 TEST_F(SeqOfListTest, FailedMemoryIsSeenInSizeAndStatus) {
     auto* iterator = list.iterator();
-    test::CountedAllocations memory;
+    CountedAllocations memory;
     memory.allow(0);
     EXPECT_EQ(iterator->insert(&values[3]), RTS_NO_MEMORY);
     EXPECT_EQ(iterator->getStatus(), RTS_NO_MEMORY);

@@ -1,19 +1,14 @@
 #include "asn1rt/small_integer.h"
 
-#include <gtest/gtest.h>
-
-#include "support/contexts.h"
+#include "runtime_test.h"
 
 namespace {
-
-using test::Decoder;
-using test::Encoder;
 
 TEST(SmallInteger, EveryValueComesBackFromItsShortestForm) {
     for (unsigned i = 0; i <= 0xFFFF; ++i) {
         const auto value = static_cast<std::uint16_t>(i);
         unsigned char buffer[8];
-        test::LiveContext ctxt;
+        LiveContext ctxt;
         xe_setp(ctxt, buffer, sizeof buffer);
         const int length = xe_uint16(ctxt, &value, ASN1EXPL);
         ASSERT_EQ(length, i < 0x80 ? 3 : i < 0x8000 ? 4 : 5);

@@ -1,12 +1,10 @@
 #include "asn1rt/stream.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "support/contexts.h"
+#include "runtime_test.h"
 
 namespace {
 
@@ -58,20 +56,20 @@ class StreamTest : public ::testing::Test {
         return std::string(ctxt->buffer.data, ctxt->buffer.data + ctxt->buffer.byteIndex);
     }
 
-    int recordedOnce() {
-        const int status = ctxt.recorded();
+    // Fails unless the status is the expected one and is recorded; forgets it then.
+    void expectRecorded(int status, int expected) {
+        EXPECT_EQ(status, expected);
+        EXPECT_EQ(ctxt.recorded(), expected);
         rtErrReset(&ctxt->errInfo);
-        return status;
     }
 
     unsigned char fixed[8] = {};
-    test::LiveContext ctxt;
+    LiveContext ctxt;
 };
 
 TEST_F(StreamTest, WritingNeedsAStreamThatIsOpenAndCanWrite) {
     const unsigned char octet = 1;
-    EXPECT_EQ(rtStreamWrite(ctxt, &octet, 1), RTS_NOT_INITIALISED);
-    EXPECT_EQ(recordedOnce(), RTS_NOT_INITIALISED);
+    expectRecorded(rtStreamWrite(ctxt, &octet, 1), RTS_NOT_INITIALISED);
     open(RT_STREAM_BUFFERED);
     EXPECT_EQ(rtStreamWrite(ctxt, &octet, 1), RTS_NOT_INITIALISED);
     open(RT_STREAM_OUTPUT, &kNoOperations);
@@ -114,8 +112,7 @@ TEST_F(StreamTest, FailedWriteKeepsWhatWaits) {
 }
 
 TEST_F(StreamTest, FlushAsksForAnOpenStream) {
-    EXPECT_EQ(rtStreamFlush(ctxt), RTS_BAD_ARGUMENT);
-    EXPECT_EQ(recordedOnce(), RTS_BAD_ARGUMENT);
+    expectRecorded(rtStreamFlush(ctxt), RTS_BAD_ARGUMENT);
     EXPECT_EQ(rtStreamBufFlush(ctxt), RTS_BAD_ARGUMENT);
     open(0);
     EXPECT_EQ(rtStreamFlush(ctxt), RTS_BAD_ARGUMENT);
@@ -147,12 +144,10 @@ TEST_F(StreamTest, RoomComesFromTheStreamFirst) {
     EXPECT_EQ(script.flushes, 0);
     EXPECT_EQ(rtCheckBuffer(ctxt, 8), RTS_OK);
     EXPECT_EQ(script.writes, Writes{"abcde"});
-    EXPECT_EQ(rtCheckBuffer(ctxt, 9), RTS_ENCODE_OVERFLOW);
-    EXPECT_EQ(recordedOnce(), RTS_ENCODE_OVERFLOW);
+    expectRecorded(rtCheckBuffer(ctxt, 9), RTS_ENCODE_OVERFLOW);
     write("x");
     script.isBroken = true;
-    EXPECT_EQ(rtCheckBuffer(ctxt, 8), kBroken);
-    EXPECT_EQ(recordedOnce(), kBroken);
+    expectRecorded(rtCheckBuffer(ctxt, 8), kBroken);
 }
 
 TEST_F(StreamTest, WithoutAStreamTheBufferFillsForwards) {
@@ -160,8 +155,7 @@ TEST_F(StreamTest, WithoutAStreamTheBufferFillsForwards) {
     EXPECT_EQ(write("abcde"), RTS_OK);
     EXPECT_EQ(write("fgh"), RTS_OK);
     EXPECT_EQ(waiting(), "abcdefgh");
-    EXPECT_EQ(write("i"), RTS_ENCODE_OVERFLOW);
-    EXPECT_EQ(recordedOnce(), RTS_ENCODE_OVERFLOW);
+    expectRecorded(write("i"), RTS_ENCODE_OVERFLOW);
     EXPECT_EQ(waiting(), "abcdefgh");
 }
 
@@ -174,8 +168,7 @@ TEST_F(StreamTest, DynamicBufferGrowsByAStepOrWhatIsWanted) {
     EXPECT_EQ(write(std::string(20000, 'x')), RTS_OK);
     EXPECT_EQ(ctxt->buffer.size, 4u + 16384 + 20000);
     EXPECT_EQ(waiting(), "abcde" + std::string(20000, 'x'));
-    EXPECT_EQ(rtCheckBuffer(ctxt, 0xFFFFFFFF), RTS_NO_MEMORY);
-    EXPECT_EQ(recordedOnce(), RTS_NO_MEMORY);
+    expectRecorded(rtCheckBuffer(ctxt, 0xFFFFFFFF), RTS_NO_MEMORY);
     EXPECT_EQ(ctxt->buffer.size, 4u + 16384 + 20000);
 }
 

@@ -1,14 +1,11 @@
 #include "asn1rt/text.h"
 
-#include <gtest/gtest.h>
-
 #include <cctype>
 #include <string>
 #include <vector>
 
 #include "asn1rt/character_class.h"
-#include "support/allocation.h"
-#include "support/contexts.h"
+#include "runtime_test.h"
 
 namespace {
 
@@ -30,14 +27,16 @@ std::string encoded(std::uint32_t character) {
 }
 
 TEST(Text, CharactersAreEncodedInTheSixOctetForm) {
-    EXPECT_EQ(encoded(0x7F), "\x7F");
-    EXPECT_EQ(encoded(0x80), "\xC2\x80");
-    EXPECT_EQ(encoded(0x20AC), "\xE2\x82\xAC");
-    EXPECT_EQ(encoded(0xD800), "\xED\xA0\x80");
-    EXPECT_EQ(encoded(0x1F600), "\xF0\x9F\x98\x80");
-    EXPECT_EQ(encoded(0x200000), "\xF8\x88\x80\x80\x80");
-    EXPECT_EQ(encoded(0x7FFFFFFF), "\xFD\xBF\xBF\xBF\xBF\xBF");
-    EXPECT_EQ(encoded(0x80000000), "");
+    const std::pair<std::uint32_t, const char*> rows[] = {{0x7F, "\x7F"},
+                                                          {0x80, "\xC2\x80"},
+                                                          {0x20AC, "\xE2\x82\xAC"},
+                                                          {0xD800, "\xED\xA0\x80"},
+                                                          {0x1F600, "\xF0\x9F\x98\x80"},
+                                                          {0x200000, "\xF8\x88\x80\x80\x80"},
+                                                          {0x7FFFFFFF, "\xFD\xBF\xBF\xBF\xBF\xBF"},
+                                                          {0x80000000, ""}};
+    for (const auto& [character, octets] : rows)
+        EXPECT_EQ(encoded(character), octets) << character;
 }
 
 TEST(Text, EncodingNeedsRoomForTheWholeCharacter) {
@@ -90,23 +89,16 @@ TEST(Text, MalformedCharactersAreRefused) {
 }
 
 TEST(Text, CountLooksAtLeadOctetsOnly) {
-    struct {
-        const char* text;
-        int count;
-    } const rows[] = {{"", 0},
-                      {"abc", 3},
-                      {"\xE2\x82\xAC!", 2},
-                      {"\xE2\x82", 1},
-                      {"\xC2"
-                       "AB",
-                       2},
-                      {"\xFD"
-                       "abcdefg",
-                       3},
-                      {"\xFF", RTS_BAD_UTF8},
-                      {"a\x80", RTS_BAD_UTF8}};
-    for (const auto& row : rows)
-        EXPECT_EQ(rtUTF8Len(row.text), row.count) << row.text;
+    const std::pair<std::string, int> rows[] = {{"", 0},
+                                                {"abc", 3},
+                                                {"\xE2\x82\xAC!", 2},
+                                                {"\xE2\x82", 1},
+                                                {"\xC2" + std::string("AB"), 2},
+                                                {"\xFD" + std::string("abcdefg"), 3},
+                                                {"\xFF", RTS_BAD_UTF8},
+                                                {"a\x80", RTS_BAD_UTF8}};
+    for (const auto& [text, count] : rows)
+        EXPECT_EQ(rtUTF8Len(text.c_str()), count) << text;
     EXPECT_EQ(rtUTF8Len(nullptr), 0);
     EXPECT_EQ(rtUTF8LenBytes(nullptr), 0u);
     EXPECT_EQ(rtUTF8LenBytes("\xE2\x82\xAC!"), 4u);
@@ -124,36 +116,31 @@ TEST(Text, WideTextComesWithoutATerminator) {
 }
 
 TEST(Text, CharacterCutByTheEndOfTheTextCounts) {
-    struct {
-        const char* text;
-        std::uint32_t value;
-    } const rows[] = {
+    const std::pair<const char*, std::uint32_t> rows[] = {
         {"\xE2\x82", 0x82}, {"\xE2", 0x02}, {"\xC3", 0x03}, {"\xFD\xBF\xBF\xBF\xBF", 0x1FFFFFF}};
-    for (const auto& row : rows) {
+    for (const auto& [text, value] : rows) {
         wchar_t unit = 0;
-        EXPECT_EQ(rtUTF8ToWCS(nullptr, row.text, &unit, 1), 1) << row.text;
-        EXPECT_EQ(static_cast<std::uint32_t>(unit), row.value) << row.text;
+        EXPECT_EQ(rtUTF8ToWCS(nullptr, text, &unit, 1), 1) << text;
+        EXPECT_EQ(static_cast<std::uint32_t>(unit), value) << text;
     }
 }
 
 TEST(Text, LastOctetOfTheOutputIsForSingleOctetsOnly) {
-    struct {
+    const struct {
         std::wstring text;
         std::size_t capacity;
         int result;
-    } const rows[] = {
-        {wide({'a', 'b'}), 2, 2},
-        {wide({'a', 'b'}), 1, RTS_ENCODE_OVERFLOW},
-        {wide({0x20AC}), 4, 3},
-        {wide({0x20AC}), 3, RTS_ENCODE_OVERFLOW},
-        {wide({0x20AC, 'a'}), 4, 4},
-        {wide({0x20AC, 0}), 4, 4},
-        {wide({0x7FFFFFFF}), 7, 6},
-        {wide({0x7FFFFFFF}), 6, RTS_ENCODE_OVERFLOW},
-        {wide({0x80000000}), 9, RTS_BAD_UTF8},
-        {wide({0xFFFFFFFF}), 0, RTS_BAD_UTF8},
-        {L"", 0, 0},
-    };
+    } rows[] = {{L"ab", 2, 2},
+                {L"ab", 1, RTS_ENCODE_OVERFLOW},
+                {L"\x20AC", 4, 3},
+                {L"\x20AC", 3, RTS_ENCODE_OVERFLOW},
+                {wide({0x20AC, 'a'}), 4, 4},
+                {wide({0x20AC, 0}), 4, 4},
+                {wide({0x7FFFFFFF}), 7, 6},
+                {wide({0x7FFFFFFF}), 6, RTS_ENCODE_OVERFLOW},
+                {wide({0x80000000}), 9, RTS_BAD_UTF8},
+                {wide({0xFFFFFFFF}), 0, RTS_BAD_UTF8},
+                {L"", 0, 0}};
     for (const auto& row : rows) {
         std::vector<char> octets(row.capacity);
         EXPECT_EQ(rtWCSToUTF8(nullptr, row.text.data(), row.text.size(), octets.data(), row.capacity),
@@ -176,7 +163,7 @@ class UcsText : public ::testing::Test {
         return Units(ucs.data, ucs.data + ucs.nchars);
     }
 
-    test::LiveContext ctxt;
+    LiveContext ctxt;
     Asn132BitCharString ucs = {};
 };
 
@@ -199,7 +186,7 @@ TEST_F(UcsText, RestrictionDropsCharacters) {
 
 TEST_F(UcsText, FailedMemoryLeavesAnEmptyRecord) {
     ucs = {7, nullptr};
-    test::CountedAllocations memory;
+    CountedAllocations memory;
     memory.allow(0);
     EXPECT_EQ(rtCToUCSString(ctxt, "abc", &ucs, nullptr), nullptr);
     EXPECT_EQ(rtWCSToUCSString(ctxt, L"abc", &ucs, nullptr), nullptr);
@@ -215,8 +202,8 @@ TEST_F(UcsText, FullTextHasNoTerminator) {
         std::wstring text;
     } rows[] = {{4, 5, {L'a', L'b', L'c', 0, L'?'}},
                 {4, 4, {L'a', L'b', L'c', 0, L'?'}},
-                {4, 3, {L'a', L'b', L'c', L'?', L'?'}},
-                {4, 2, {L'a', L'b', L'?', L'?', L'?'}},
+                {4, 3, L"abc??"},
+                {4, 2, L"ab???"},
                 {4, 0, L"?????"},
                 {0, 1, {0, L'?', L'?', L'?', L'?'}},
                 {0, 0, L"?????"}};

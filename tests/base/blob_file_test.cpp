@@ -5,9 +5,8 @@
 #include <fstream>
 #include <string>
 
-#include "base/blob.h"
+#include "support/blobs.h"
 #include "support/failures.h"
-#include "support/octets.h"
 
 using Mirvane::CBlob;
 using test::thrownCode;
@@ -35,17 +34,12 @@ class BlobFile : public testing::Test {
     std::filesystem::path folder_;
 };
 
-std::string contentOf(const CBlob& blob) {
-    return {reinterpret_cast<const char*>(blob.pbData()), static_cast<std::size_t>(blob.cbData())};
-}
-
 }  // namespace
 
 TEST_F(BlobFile, WhatIsWrittenIsReadAgain) {
-    std::string content(100'000, '\0');
-    for (std::size_t i = 0; i < content.size(); ++i)
-        content[i] = static_cast<char>(i * 7);
-    const CBlob blob(reinterpret_cast<const unsigned char*>(content.data()), content.size());
+    CBlob blob(100'000);
+    for (unsigned long i = 0; i < blob.cbData(); ++i)
+        blob.pbData()[i] = static_cast<unsigned char>(i * 7);
     blob.writeToFile(path("new").c_str());
     CBlob read(3);
     read.readFromFile(path("new").c_str());
@@ -54,21 +48,21 @@ TEST_F(BlobFile, WhatIsWrittenIsReadAgain) {
 
 TEST_F(BlobFile, WritingReplacesALongerFile) {
     const std::string file = write("something long");
-    CBlob(1).writeToFile(file.c_str());
-    EXPECT_EQ(std::filesystem::file_size(file), 1u);
-    CBlob().writeToFile(file.c_str());
-    EXPECT_EQ(std::filesystem::file_size(file), 0u);
+    for (const unsigned long size : {1, 0}) {
+        CBlob(size).writeToFile(file.c_str());
+        EXPECT_EQ(std::filesystem::file_size(file), size);
+    }
 }
 
 TEST_F(BlobFile, WideNamesGoThroughTheCodePage) {
     const std::u32string characters = std::filesystem::path(path("file")).u32string();
     const std::wstring name(characters.begin(), characters.end());
-    const unsigned char bytes[] = {'a', 'b'};
-    CBlob(bytes, 2).writeToFile(name.c_str());
+    const CBlob written = test::blob("61 62");
+    written.writeToFile(name.c_str());
     EXPECT_TRUE(std::filesystem::exists(path("file")));
     CBlob read;
     read.readFromFile(name.c_str());
-    EXPECT_EQ(contentOf(read), "ab");
+    EXPECT_TRUE(read == written);
 }
 
 TEST_F(BlobFile, AnEmptyFileGivesNoBytesAndNoArray) {
@@ -79,19 +73,18 @@ TEST_F(BlobFile, AnEmptyFileGivesNoBytesAndNoArray) {
 }
 
 TEST_F(BlobFile, WhatCannotBeOpenedIsToldAndEmptiesTheBlob) {
-    const std::wstring wideMissing = L"/nonexistent-folder/x";
+    const std::string missing = path("missing"), folder = folder_.string();
     CBlob blob(4);
-    EXPECT_EQ(thrownCode([&] { blob.readFromFile(path("missing").c_str()); }), 0x80070002u);
+    for (const char* name : test::texts(missing.c_str(), "", nullptr))
+        EXPECT_EQ(thrownCode([&] { blob.readFromFile(name); }), 0x80070002u);
     EXPECT_EQ(blob.cbData(), 0u);
     EXPECT_NE(blob.pbData(), nullptr) << "the array survives";
-    EXPECT_EQ(thrownCode([&] { blob.readFromFile(""); }), 0x80070002u);
-    EXPECT_EQ(thrownCode([&] { blob.readFromFile(static_cast<const char*>(nullptr)); }), 0x80070002u);
-    EXPECT_EQ(thrownCode([&] { blob.readFromFile(static_cast<const wchar_t*>(nullptr)); }), 0x80070002u);
-    EXPECT_EQ(thrownCode([&] { blob.readFromFile(wideMissing.c_str()); }), 0x80070002u);
-    EXPECT_EQ(thrownCode([&] { blob.writeToFile(folder_.c_str()); }), 0x80070002u);
-    EXPECT_EQ(thrownCode([&] { blob.writeToFile(static_cast<const char*>(nullptr)); }), 0x80070002u);
-    EXPECT_EQ(thrownCode([&] { blob.writeToFile(static_cast<const wchar_t*>(nullptr)); }), 0x80070002u);
-    EXPECT_EQ(thrownCode([&] { blob.writeToFile(wideMissing.c_str()); }), 0x80070002u);
+    for (const char* name : test::texts(folder.c_str(), nullptr))
+        EXPECT_EQ(thrownCode([&] { blob.writeToFile(name); }), 0x80070002u);
+    for (const wchar_t* name : {L"/nonexistent-folder/x", static_cast<const wchar_t*>(nullptr)}) {
+        EXPECT_EQ(thrownCode([&] { blob.readFromFile(name); }), 0x80070002u);
+        EXPECT_EQ(thrownCode([&] { blob.writeToFile(name); }), 0x80070002u);
+    }
 }
 
 TEST_F(BlobFile, WhatHasNoSizeIsNotRead) {

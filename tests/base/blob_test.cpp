@@ -4,7 +4,6 @@
 
 #include <string>
 #include <type_traits>
-#include <vector>
 
 #include "base/lists.h"
 #include "support/blobs.h"
@@ -113,31 +112,25 @@ TEST(Blob, OrderIsThatOfADictionary) {
 }
 
 TEST(Blob, HexadecimalTextIsReadUpToWhatDoesNotFit) {
-    struct Row {
-        const char* text;
-        const char* bytes;
-    };
-    const Row rows[] = {{"  0a 0B\n1c", "0A 0B 1C"},
-                        {"0 a", ""},
-                        {"abc", "AB"},
-                        {"AB zz", "AB"},
-                        {"", ""},
-                        {" \t\r\n\v\f", ""},
-                        {"aFfA", "AF FA"},
-                        {"09:0a", "09"},
-                        {"0g", ""},
-                        {"12 \xA0 34", "12"},
-                        {"@A", ""},
-                        {"1`", ""},
-                        {"12 34 ", "12 34"},
-                        {"\xE1\xB1 00", ""}};
-    for (const Row& row : rows) {
-        CBlob fromNothing;
-        fromNothing.readFromHexString(row.text);
-        EXPECT_EQ(test::text(fromNothing), row.bytes) << row.text;
-        CBlob fromMore(64);
-        fromMore.readFromHexString(row.text);
-        EXPECT_EQ(test::text(fromMore), row.bytes) << row.text;
+    const std::pair<const char*, const char*> rows[] = {{"  0a 0B\n1c", "0A 0B 1C"},
+                                                        {"0 a", ""},
+                                                        {"abc", "AB"},
+                                                        {"AB zz", "AB"},
+                                                        {"", ""},
+                                                        {" \t\r\n\v\f", ""},
+                                                        {"aFfA", "AF FA"},
+                                                        {"09:0a", "09"},
+                                                        {"0g", ""},
+                                                        {"12 \xA0 34", "12"},
+                                                        {"@A", ""},
+                                                        {"1`", ""},
+                                                        {"12 34 ", "12 34"},
+                                                        {"\xE1\xB1 00", ""}};
+    for (const auto& [text, bytes] : rows) {
+        for (CBlob read : {CBlob(), CBlob(64)}) {
+            read.readFromHexString(text);
+            EXPECT_EQ(test::text(read), bytes) << text;
+        }
     }
     CBlob value = blob("01");
     value.readFromHexString(nullptr);
@@ -145,21 +138,20 @@ TEST(Blob, HexadecimalTextIsReadUpToWhatDoesNotFit) {
 }
 
 TEST(Blob, HexadecimalTextIsWrittenInGroups) {
-    struct Row {
+    const struct {
         const char* bytes;
         unsigned long group;
         const char* text;
-    };
-    const Row rows[] = {{"01 02 03", 0, "010203"},
-                        {"01 02 03", 2, "0102 03"},
-                        {"00 FF", 1, "00 FF"},
-                        {"01 02 03 04", 4, "01020304"},
-                        {"01 02 03 04", 2, "0102 0304"},
-                        {"AB", 0xFFFFFFFFFFFFFFFF, "AB"},
-                        {"", 0, ""},
-                        {"", 1, ""}};
-    for (const Row& row : rows)
-        EXPECT_STREQ(blob(row.bytes).writeToHexString(row.group).c_str(), row.text);
+    } rows[] = {{"01 02 03", 0, "010203"},
+                {"01 02 03", 2, "0102 03"},
+                {"00 FF", 1, "00 FF"},
+                {"01 02 03 04", 4, "01020304"},
+                {"01 02 03 04", 2, "0102 0304"},
+                {"AB", 0xFFFFFFFFFFFFFFFF, "AB"},
+                {"", 0, ""},
+                {"", 1, ""}};
+    for (const auto& [bytes, group, text] : rows)
+        EXPECT_STREQ(blob(bytes).writeToHexString(group).c_str(), text);
 }
 
 TEST(BlobList, CopiesEveryElementInOrder) {

@@ -1,31 +1,23 @@
 // What requests, responses and envelopes have in common.
-#include <gtest/gtest.h>
-
 #include <functional>
 
 #include "asn1rt/heap.h"
 #include "messages.h"
 #include "ocsp/response_message.h"
-#include "support/failures.h"
+#include "ocsp_test.h"
 
 namespace Mirvane::PKI::OCSP {
 namespace {
 
-using test::blob;
-using test::certID;
-using test::element;
-using test::rsaSigner;
-using test::thrownCode;
+using namespace test;
 using test::operator+;
-
-constexpr unsigned kAsn1 = 0x80093101;
 
 // A name of two attributes in one set, which DER puts in order.
 CBlob orderedName() {
     const auto attribute = [](const char* type, const char* text) {
-        return element(0x30, test::octets(type) + element(0x13, test::Octets(text, text + 2)));
+        return element(0x30, octets(type) + element(0x13, Octets(text, text + 2)));
     };
-    return test::blobFrom(
+    return blobFrom(
         element(0x30, element(0x31, attribute("06 03 55 04 03", "CA") + attribute("06 03 55 04 0A", "CA"))));
 }
 
@@ -36,8 +28,8 @@ struct Sample;
 template <>
 struct Sample<CRequestMessage> {
     static CRequestMessage filled() {
-        CRequestMessage message = test::requestAbout(CReqCert(CReqCert::certificate, rsaSigner().encoded));
-        const ASN1::CExtensions nonce = test::nonceExtension();
+        CRequestMessage message = requestAbout(CReqCert(CReqCert::certificate, rsaSigner().encoded));
+        const ASN1::CExtensions nonce = nonceExtension();
         const CBlob name = orderedName();
         const CBlobList certificates = {rsaSigner().encoded};
         message.put_requestExtensions(&nonce);
@@ -53,9 +45,9 @@ struct Sample<CBasicResponse> {
     static CBasicResponse filled() {
         CBasicResponse message(CDateTime("20260101120000Z"),
                                CResponderID(CResponderID::byName, orderedName()));
-        const ASN1::CExtensions nonce = test::nonceExtension();
+        const ASN1::CExtensions nonce = nonceExtension();
         const CBlobList certificates = {rsaSigner().encoded};
-        message.put_responses(test::responseOf(rsaSigner()).get_responses());
+        message.put_responses(responseOf(rsaSigner()).get_responses());
         message.put_responseExtensions(&nonce);
         message.put_certs(&certificates);
         test::sign(message, rsaSigner());
@@ -68,7 +60,7 @@ template <>
 struct Sample<CResponseMessage> {
     static CResponseMessage filled() {
         CResponseMessage message;
-        const CBlob bytes = test::signedResponse().encode();
+        const CBlob bytes = signedResponse().encode();
         message.put_response("1.3.6.1.5.5.7.48.1.1", &bytes);
         return message;
     }
@@ -102,34 +94,32 @@ TYPED_TEST(EachMessage, CopiesAreDeepAndAssignmentRevivesAClearedOne) {
 TEST(Versions, FollowFromTheWaysToNameACertificate) {
     const CReqCert full(CReqCert::certificate, rsaSigner().encoded);
     const CReqCert withSignature{CCertIdWithSignature(rsaSigner().encoded)};
-    const struct {
-        std::vector<CReqCert> names;
-        std::uint32_t version;
-    } rows[] = {{{certID(), certID()}, 0}, {{full}, 1}, {{certID(), certID(), withSignature}, 1}, {{}, 0}};
+    const std::pair<std::vector<CReqCert>, std::uint32_t> rows[] = {
+        {{certID(), certID()}, 0}, {{full}, 1}, {{certID(), certID(), withSignature}, 1}, {{}, 0}};
     CRequestMessage request;
-    CBasicResponse response = test::responseOf(rsaSigner());
-    for (auto const& row : rows) {
-        CSingleRequestList questions(row.names.begin(), row.names.end());
+    CBasicResponse response = responseOf(rsaSigner());
+    for (auto const& [names, version] : rows) {
+        CSingleRequestList questions(names.begin(), names.end());
         CSingleResponseList answers;
-        for (CReqCert const& name : row.names)
+        for (CReqCert const& name : names)
             answers.push_back({name, CCertStatus(), CDateTime(0, 0)});
         request.put_requestList(questions);
         response.put_responses(answers);
-        EXPECT_EQ(request.get_version(), row.version);
-        EXPECT_EQ(response.get_version(), row.version);
+        EXPECT_EQ(request.get_version(), version);
+        EXPECT_EQ(response.get_version(), version);
         test::sign(response, rsaSigner());
         for (CBlob const& encoded : {request.encode(), response.encode()}) {
-            const auto fields = test::elementsInside(test::blobFrom(test::elementsInside(encoded)[0]));
-            EXPECT_EQ(test::text(fields[0]).starts_with("A0 03 02 01 01"), row.version == 1);
+            const auto fields = elementsInside(blobFrom(elementsInside(encoded)[0]));
+            EXPECT_EQ(test::text(fields[0]).starts_with("A0 03 02 01 01"), version == 1);
         }
         CRequestMessage readRequest;
         readRequest.decode(request.encode());
-        EXPECT_EQ(readRequest.get_version(), row.version);
-        EXPECT_EQ(readRequest.get_requestList().size(), row.names.size());
+        EXPECT_EQ(readRequest.get_version(), version);
+        EXPECT_EQ(readRequest.get_requestList().size(), names.size());
         CBasicResponse readResponse;
         readResponse.decode(response.encode());
-        EXPECT_EQ(readResponse.get_version(), row.version);
-        EXPECT_EQ(readResponse.get_responses().size(), row.names.size());
+        EXPECT_EQ(readResponse.get_version(), version);
+        EXPECT_EQ(readResponse.get_responses().size(), names.size());
     }
     // What nobody filled in names a full certificate. A list may be put into itself.
     response.put_responses(CSingleResponseList(1));

@@ -1,60 +1,42 @@
 #include "ocsp/basic_response.h"
 
-#include <gtest/gtest.h>
-
 #include <climits>
 #include <set>
-#include <thread>
 
 #include "asn1data/ocsp.h"
-#include "base/exception.h"
 #include "libcrypto_extension.h"
 #include "messages.h"
 #include "ocsp/clock_precision.h"
 #include "ocsp/message_signature.h"
+#include "ocsp_test.h"
 #include "support/allocation.h"
-#include "support/contexts.h"
-#include "support/failures.h"
 
 namespace Mirvane::PKI::OCSP {
 namespace {
 
+using namespace test;
 using ASN1::CExtensions;
-using test::blob;
-using test::certID;
-using test::element;
-using test::Octets;
-using test::responseOf;
-using test::rsaSigner;
-using test::signedResponse;
-using test::text;
-using test::thrownCode;
-
-constexpr unsigned kGeneral = 0x80004005;
-constexpr unsigned kInvalidArgument = 0x80070057;
-constexpr unsigned kAsn1 = 0x80093101;
 
 CDateTime noonPlus(unsigned microseconds) {
     return CDateTime(2026, 1, 1, 12, 0, 0, microseconds / 1000, microseconds % 1000);
 }
 
-std::string textOf(ASN1_GENERALIZEDTIME const* time) {
-    return {reinterpret_cast<char const*>(ASN1_STRING_get0_data(time)),
-            static_cast<std::size_t>(ASN1_STRING_length(time))};
-}
-
 // The times of the wire as OpenSSL finds them.
 struct WireTimes {
     explicit WireTimes(CBlob const& encoded) {
-        const test::Response read = test::opensslResponse(encoded);
+        const test::Response read = opensslResponse(encoded);
         ASN1_GENERALIZEDTIME* revoked = nullptr;
         ASN1_GENERALIZEDTIME* from = nullptr;
         ASN1_GENERALIZEDTIME* until = nullptr;
         OCSP_single_get0_status(OCSP_resp_get0(read.get(), 0), nullptr, &revoked, &from, &until);
-        producedAt = textOf(OCSP_resp_get0_produced_at(read.get()));
-        revocationTime = textOf(revoked);
-        thisUpdate = textOf(from);
-        nextUpdate = textOf(until);
+        producedAt = content(OCSP_resp_get0_produced_at(read.get()));
+        revocationTime = content(revoked);
+        thisUpdate = content(from);
+        nextUpdate = content(until);
+    }
+
+    static std::string content(ASN1_GENERALIZEDTIME const* time) {
+        return reinterpret_cast<char const*>(ASN1_STRING_get0_data(time));
     }
 
     std::string producedAt, revocationTime, thisUpdate, nextUpdate;
@@ -91,8 +73,8 @@ TEST(ClockPrecision, CutsDigitsAndRoundsOnlyWithoutAny) {
 TEST(ClockPrecision, RoundingCarriesIntoTheNextDay) {
     CClockPrecision precision;
     precision.put_clockPrecisionDigits(0);
-    EXPECT_TRUE(precision.truncateDigits(CDateTime(2026, 12, 31, 23, 59, 59, 900, 0)) ==
-                CDateTime("20270101000000Z"));
+    const CDateTime lastSecond(2026, 12, 31, 23, 59, 59, 900, 0);
+    EXPECT_TRUE(precision.truncateDigits(lastSecond) == CDateTime("20270101000000Z"));
 }
 
 TEST(ClockPrecision, KnowsSevenPrecisions) {
@@ -127,13 +109,12 @@ TEST(ResponderId, TellsTheNameOrTheKeyOfACertificate) {
     X509_pubkey_digest(certificate, EVP_sha1(), hash.data(), nullptr);
     const CResponderID byKey = CResponderID::fromCert(CResponderID::byKey, rsaSigner().encoded);
     EXPECT_EQ(byKey.get_type(), CResponderID::byKey);
-    EXPECT_EQ(byKey.get_value(), test::blobFrom(hash));
+    EXPECT_EQ(byKey.get_value(), blobFrom(hash));
     const CResponderID byName = CResponderID::fromCert(CResponderID::byName, rsaSigner().encoded);
     EXPECT_EQ(byName.get_type(), CResponderID::byName);
-    EXPECT_EQ(byName.get_value(), test::writtenBy(i2d_X509_NAME, X509_get_subject_name(certificate)));
-    const auto sameKey = test::makeCertificate(rsaSigner().key, rsaSigner().digest, "Another", 1);
-    EXPECT_TRUE(byKey ==
-                CResponderID::fromCert(CResponderID::byKey, test::writtenBy(i2d_X509, sameKey.get())));
+    EXPECT_EQ(byName.get_value(), writtenBy(i2d_X509_NAME, X509_get_subject_name(certificate)));
+    const auto sameKey = makeCertificate(rsaSigner().key, rsaSigner().digest, "Another", 1);
+    EXPECT_TRUE(byKey == CResponderID::fromCert(CResponderID::byKey, writtenBy(i2d_X509, sameKey.get())));
 }
 
 TEST(ResponderId, WhatIsNoCertificateComesBeforeWhatIsNoType) {
@@ -145,7 +126,7 @@ TEST(ResponderId, WhatIsNoCertificateComesBeforeWhatIsNoType) {
 
 TEST(ResponderId, ComparesNamesAsNamesAndKeysAsBytes) {
     const auto named = [](std::string_view name, unsigned char tag) {
-        return CResponderID(CResponderID::byName, test::blobFrom(test::madeName(name, tag)));
+        return CResponderID(CResponderID::byName, blobFrom(madeName(name, tag)));
     };
     EXPECT_TRUE(named("Responder", 0x13) == named("responder", 0x0C));
     EXPECT_TRUE(named("Responder", 0x13) != named("Responders", 0x13));
@@ -163,18 +144,16 @@ TEST(ResponderId, IsEncodedByItsType) {
     CResponderID read;
     read.decode(id.encode());
     EXPECT_TRUE(read == id);
-    id.put_value(CResponderID::byName, test::blobFrom(test::madeName("A")));
+    id.put_value(CResponderID::byName, blobFrom(madeName("A")));
     EXPECT_EQ(text(id.encode()), "A1 0E 30 0C 31 0A 30 08 06 03 55 04 03 13 01 41");
     read.decode(id.encode());
     EXPECT_EQ(read.get_type(), CResponderID::byName);
     EXPECT_EQ(read.get_value(), id.get_value());
+    expectRefused(id, kAsn1, {"", "A0 02 05 00", "A3 02 05 00", "A2 02 05 00", "A2 04 04 05 01"});
     id.put_value(static_cast<CResponderID::Type>(2), blob("01"));
     EXPECT_EQ(thrownCode([&] { id.encode(); }), kInvalidArgument);
     id.put_value(CResponderID::byName, blob("05 00"));
     EXPECT_EQ(thrownCode([&] { id.encode(); }), kAsn1);
-    for (const char* octets : {"", "A0 02 05 00", "A3 02 05 00", "A2 02 05 00", "A2 04 04 05 01"})
-        EXPECT_EQ(thrownCode([&] { read.decode(blob(octets)); }), kAsn1) << octets;
-    EXPECT_EQ(read.get_value(), test::blobFrom(test::madeName("A")));
     const asn1data::ASN1T_ResponderID noAlternative;
     EXPECT_EQ(thrownCode([&] { ASN1T_ResponderID_traits::get(noAlternative, read); }), kInvalidArgument);
 }
@@ -195,7 +174,7 @@ TEST(BasicResponse, NobodyFilledItInAndNobodySignedIt) {
 }
 
 TEST(BasicResponse, AllPartsComeBack) {
-    const CExtensions extensions = test::nonceExtension();
+    const CExtensions extensions = nonceExtension();
     const CBlobList certificates = {rsaSigner().encoded, rsaSigner().encoded};
     const ASN1::CrlReason reason = ASN1::keyCompromise;
     CBasicResponse response = responseOf(rsaSigner());
@@ -240,22 +219,12 @@ TEST(BasicResponse, EmptyListsAreLeftOut) {
 
 TEST(BasicResponse, WhatDoesNotEncodeOrDecodeChangesNothing) {
     CBasicResponse response = signedResponse();
-    const CBlob encoded = response.encode();
-    EXPECT_EQ(thrownCode([&] { response.decode(CBlob()); }), kInvalidArgument);
-    for (const char* octets : {"30", "30 00", "30 80", "31 00", "30 02 30 00", "30 04 30 02 05 00"})
-        EXPECT_EQ(thrownCode([&] { response.decode(blob(octets)); }), kAsn1) << octets;
-    EXPECT_TRUE(response.encode() == encoded);
+    expectRefused(response, kInvalidArgument, {""});
+    expectRefused(response, kAsn1, {"30", "30 00", "30 80", "31 00", "30 02 30 00", "30 04 30 02 05 00"});
     const CBlobList noCertificates = {blob("30 00")};
     response.put_certs(&noCertificates);
     EXPECT_EQ(thrownCode([&] { response.encode(); }), kAsn1);
     EXPECT_TRUE(response.verify(rsaSigner().encoded));
-}
-
-TEST(BasicResponse, AnotherDecodeReplacesTheEntries) {
-    CBasicResponse response;
-    response.decode(signedResponse().encode());
-    response.decode(signedResponse().encode());
-    EXPECT_EQ(response.get_responses().size(), 1u);
 }
 
 // The parts of an entry stand in a room of fixed size while it is read; what it can't hold stands elsewhere.
@@ -276,7 +245,8 @@ TEST(BasicResponse, EntriesOfAllSizesComeBack) {
     response.put_responses(entries);
     test::sign(response, rsaSigner());
     CBasicResponse read;
-    read.decode(response.encode());
+    read.decode(signedResponse().encode());
+    read.decode(response.encode());  // replaces the one that was there
     ASSERT_EQ(read.get_responses().size(), entries.size());
     auto expected = entries.begin();
     for (CSingleResponse const& entry : read.get_responses()) {
@@ -328,25 +298,11 @@ TEST(BasicResponse, OctetsThatDoNotDecodeAreToldBeforeATimeOfAnEntryThatIsNone) 
     EXPECT_EQ(response.get_signature(), nullptr);
 }
 
-TEST(BasicResponse, ThreadsEncodeOneObject) {
-    CBasicResponse response = signedResponse();
-    const CBlobList certificates = {rsaSigner().encoded};
-    response.put_certs(&certificates);
-    const CBlob encoded = response.encode();
-    const auto work = [&] {
-        for (int round = 0; round < 200; ++round)
-            ASSERT_TRUE(response.encode() == encoded);
-    };
-    std::thread other(work);
-    work();
-    other.join();
-}
-
 TEST(BasicResponse, EncodingAgainAndAgainKeepsNoMemory) {
     CBasicResponse response = signedResponse();
     const CBlobList certificates = {rsaSigner().encoded};
     response.put_certs(&certificates);
-    const test::CountedAllocations allocations;
+    const CountedAllocations allocations;
     for (int round = 0; round < 3; ++round)
         response.encode();
     EXPECT_EQ(allocations.alive(), 0);
@@ -354,19 +310,11 @@ TEST(BasicResponse, EncodingAgainAndAgainKeepsNoMemory) {
 
 TEST(BasicResponseRecord, HoldsAWholeResponse) {
     const CBlob encoded = signedResponse().encode();
-    test::LiveContext target;
-    asn1data::ASN1T_BasicOCSPResponse copy;
-    {
-        test::LiveContext source;
-        asn1data::ASN1T_BasicOCSPResponse record;
-        ASN1T_BasicOCSPResponse_traits::set(source, record, encoded);
-        ASN1T_BasicOCSPResponse_traits::copy(target, record, copy);
-    }
-    CBlob back;
-    ASN1T_BasicOCSPResponse_traits::get(copy, back);
-    EXPECT_TRUE(back == encoded);
+    EXPECT_TRUE(throughCopiedRecord<ASN1T_BasicOCSPResponse_traits>(encoded) == encoded);
+    LiveContext context;
     asn1data::ASN1T_BasicOCSPResponse record;
-    EXPECT_EQ(thrownCode([&] { ASN1T_BasicOCSPResponse_traits::set(target, record, blob("30 00")); }), kAsn1);
+    EXPECT_EQ(thrownCode([&] { ASN1T_BasicOCSPResponse_traits::set(context, record, blob("30 00")); }),
+              kAsn1);
 }
 
 CExtensions valueOf(CExtensions const* extensions) {
@@ -376,17 +324,17 @@ CExtensions valueOf(CExtensions const* extensions) {
 // The extensions of the response and of its entries, as libcrypto finds them.
 void expectTheirExtensions(CBasicResponse const& response, OCSP_BASICRESP* theirs) {
     EXPECT_EQ(valueOf(response.get_responseExtensions()),
-              test::extensionsOf(theirs, OCSP_BASICRESP_get_ext_count, OCSP_BASICRESP_get_ext));
+              extensionsOf(theirs, OCSP_BASICRESP_get_ext_count, OCSP_BASICRESP_get_ext));
     int index = 0;
     for (CSingleResponse const& entry : response.get_responses()) {
         EXPECT_EQ(valueOf(entry.get_singleExtensions()),
-                  test::extensionsOf(OCSP_resp_get0(theirs, index++), OCSP_SINGLERESP_get_ext_count,
-                                     OCSP_SINGLERESP_get_ext));
+                  extensionsOf(OCSP_resp_get0(theirs, index++), OCSP_SINGLERESP_get_ext_count,
+                               OCSP_SINGLERESP_get_ext));
     }
 }
 
 TEST(BasicResponse, RealResponsesComeBackToTheirOwnBytes) {
-    const auto files = test::vectorFiles("ocsp-responses");
+    const auto files = vectorFiles("ocsp-responses");
     if (files.empty()) GTEST_SKIP() << "no real messages here";
     // All but one write out the version that is the default, the fourth also fractions of zeros; the second
     // has a certificate whose BasicConstraints say FALSE.
@@ -395,13 +343,13 @@ TEST(BasicResponse, RealResponsesComeBackToTheirOwnBytes) {
         "go-ocsp_test-hex3.ors.der",     "dss-Signature-X-BG-1-b64_3.ors.der",
         "go-ocsp_test-hex4.ors.der",     "dss-diagnosticData-ASIC-S_with_container-b64_13.ors.der"};
     for (auto const& path : files) {
-        const CBlob inside = test::basicResponseInside(test::blobFrom(test::readFile(path)));
+        const CBlob inside = basicResponseInside(blobFrom(readFile(path)));
         if (inside.cbData() == 0) continue;
         CBasicResponse response;
         ASSERT_EQ(thrownCode([&] { response.decode(inside); }), 0u) << path;
-        EXPECT_EQ(text(extractTbsBlob(inside)), text(test::elementsInside(inside)[0])) << path;
+        EXPECT_EQ(text(extractTbsBlob(inside)), text(elementsInside(inside)[0])) << path;
         EXPECT_EQ(response.encode() == inside, !notDer.contains(path.filename())) << path;
-        const test::Response theirs = test::opensslResponse(inside);
+        const test::Response theirs = opensslResponse(inside);
         if (theirs) expectTheirExtensions(response, theirs.get());
     }
 }

@@ -184,15 +184,11 @@ inline CAlgorithmIdentifierEx algorithm(const char* identifier) {
 
 // The messages as OpenSSL reads them; null if it does not.
 inline Request opensslRequest(CBlob const& encoded) {
-    unsigned char const* position = encoded.pbData();
-    return Request(d2i_OCSP_REQUEST(nullptr, &position, static_cast<long>(encoded.cbData())),
-                   &OCSP_REQUEST_free);
+    return parsed(d2i_OCSP_REQUEST, OCSP_REQUEST_free, encoded);
 }
 
 inline Response opensslResponse(CBlob const& encoded) {
-    unsigned char const* position = encoded.pbData();
-    return Response(d2i_OCSP_BASICRESP(nullptr, &position, static_cast<long>(encoded.cbData())),
-                    &OCSP_BASICRESP_free);
+    return parsed(d2i_OCSP_BASICRESP, OCSP_BASICRESP_free, encoded);
 }
 
 // The basic response inside a received message, nothing if there is none.
@@ -206,7 +202,7 @@ inline CBlob basicResponseInside(CBlob const& received) {
 
 // What OpenSSL is to take as trusted, or as certificates to look for a signer in.
 inline Store storeOf(Certificate const& certificate) {
-    Store store(X509_STORE_new(), &X509_STORE_free);
+    Store store = owned(X509_STORE_new(), X509_STORE_free);
     X509_STORE_add_cert(store.get(), certificate.get());
     return store;
 }

@@ -2,13 +2,11 @@
 #ifndef MIRVANE_TESTS_OCSP_REAL_CERTIFICATES_H
 #define MIRVANE_TESTS_OCSP_REAL_CERTIFICATES_H
 
-#include <openssl/x509v3.h>
-
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "base/blob.h"
+#include "support/openssl.h"
 #include "support/vectors.h"
 
 namespace test {
@@ -24,23 +22,13 @@ inline std::vector<RealCertificate> realCertificates() {
     for (auto const& path : vectorFiles("certs")) {
         const Octets message = readFile(path);
         unsigned char const* end = message.data();
-        const std::shared_ptr<X509> parsed(d2i_X509(nullptr, &end, static_cast<long>(message.size())),
-                                           &X509_free);
+        auto parsed = owned(d2i_X509(nullptr, &end, static_cast<long>(message.size())), X509_free);
         if (!parsed) continue;
         const auto size = static_cast<unsigned long>(end - message.data());
-        certificates.push_back({path.filename().string(), Mirvane::CBlob(message.data(), size), parsed});
+        certificates.push_back(
+            {path.filename().string(), Mirvane::CBlob(message.data(), size), std::move(parsed)});
     }
     return certificates;
-}
-
-// The bytes of whatever an i2d function writes.
-template <typename Object>
-Mirvane::CBlob writtenBy(int (*write)(Object const*, unsigned char**), Object const* object) {
-    unsigned char* octets = nullptr;
-    const int count = write(object, &octets);
-    const Mirvane::CBlob result(octets, count > 0 ? static_cast<unsigned long>(count) : 0);
-    OPENSSL_free(octets);
-    return result;
 }
 
 }  // namespace test

@@ -1,30 +1,20 @@
 #include "ocsp/request_certificate.h"
 
-#include <gtest/gtest.h>
-
-#include <new>
 #include <utility>
 
 #include "asn1data/ocsp.h"
 #include "asn1data/x509_matching.h"
 #include "ocsp/made_certificates.h"
-#include "support/blobs.h"
-#include "support/contexts.h"
-#include "support/failures.h"
+#include "ocsp_test.h"
 #include "support/vectors.h"
 
 namespace Mirvane::PKI::OCSP {
 namespace {
 
+using namespace test;
 using ASN1::CAlgorithmIdentifier;
 using ASN1::CBigInteger;
 using test::operator+;
-using test::blob;
-using test::MadeCertificate;
-using test::text;
-using test::thrownCode;
-
-constexpr unsigned kAsn1 = 0x80093101;
 
 CCertID someCertID() {
     return CCertID(CAlgorithmIdentifier("1.2.3"), blob("0A"), blob("0B"), CBigInteger(1));
@@ -36,20 +26,18 @@ CCertIdWithSignature someIdentifier() {
 }
 
 // One of version 1, for the holder of a name.
-test::Octets attributeCertificate() {
-    const test::Octets names = test::element(0x30, test::octets("82 01 61"));
-    const test::Octets time =
-        test::element(0x18, test::octets("32 30 32 36 30 31 30 31 30 30 30 30 30 30 5A"));
-    const test::Octets algorithm = test::octets(test::kSha256WithRsa);
-    return test::element(
-        0x30, test::element(0x30, test::element(0xA1, names) + names + algorithm + test::octets("02 01 05") +
-                                      test::element(0x30, time + time) + test::octets("30 00")) +
-                  algorithm + test::octets("03 02 00 DE"));
+Octets attributeCertificate() {
+    const Octets names = element(0x30, octets("82 01 61"));
+    const Octets time = element(0x18, octets("32 30 32 36 30 31 30 31 30 30 30 30 30 30 5A"));
+    const Octets algorithm = octets(kSha256WithRsa);
+    return element(0x30, element(0x30, element(0xA1, names) + names + algorithm + octets("02 01 05") +
+                                           element(0x30, time + time) + octets("30 00")) +
+                             algorithm + octets("03 02 00 DE"));
 }
 
 // The DER of the choice, made through its record. Throws kAsn1 for a record that does not encode.
 CBlob encoded(CReqCert const& value) {
-    test::Encoder output;
+    Encoder output;
     asn1data::ASN1T_ReqCert record;
     ASN1T_ReqCert_set(output, record, value);
     const int length = asn1data::asn1E_ReqCert(output, &record, ASN1EXPL);
@@ -82,7 +70,7 @@ std::string answers(CReqCert const& value) {
     return result;
 }
 
-TEST(ReqCert, HoldsExactlyOneChoice) {
+TEST(ReqCert, HoldsExactlyOneChoiceAlsoAfterItWasCleared) {
     CReqCert value;
     EXPECT_EQ(answers(value), "certID ");
     EXPECT_TRUE(*value.get_certID() == CCertID());
@@ -93,6 +81,12 @@ TEST(ReqCert, HoldsExactlyOneChoice) {
     EXPECT_EQ(answers(value), "signature ");
     value.put_certID(someCertID());
     EXPECT_EQ(answers(value), "certID ");
+    value.clear();
+    value.put_certID(someCertID());
+    EXPECT_EQ(answers(value), "certID ");
+    const CReqCert moved(std::move(value));
+    value.put_fullCert(CReqCert::certificate, CBlob());
+    EXPECT_EQ(answers(value), "fullCert type ");
     EXPECT_EQ(answers(CReqCert(someCertID())), "certID ");
     EXPECT_EQ(answers(CReqCert(CReqCert::certificate, CBlob())), "fullCert type ");
     EXPECT_EQ(answers(CReqCert(someIdentifier())), "signature ");
@@ -110,31 +104,20 @@ TEST(ReqCert, ArgumentMayBeAPartOfTheObject) {
     EXPECT_TRUE(*value.get_certIdWithSignature() == someIdentifier());
 }
 
-TEST(ReqCert, AClearedOneMayBePut) {
-    CReqCert value;
-    value.clear();
-    value.put_certID(someCertID());
-    EXPECT_EQ(answers(value), "certID ");
-    const CReqCert moved(std::move(value));
-    value.put_fullCert(CReqCert::certificate, CBlob());
-    EXPECT_EQ(answers(value), "fullCert type ");
-}
-
 TEST(ReqCertRecord, EachWayHasItsPlaceInTheEncoding) {
-    const test::Octets certificate = test::octets(text(MadeCertificate().encoded()));
-    const test::Octets attributes = attributeCertificate();
-    const std::pair<CReqCert, test::Octets> rows[] = {
-        {CReqCert(someCertID()), test::octets("30 0F 30 04 06 02 2A 03 04 01 0A 04 01 0B 02 01 00")},
-        {CReqCert(CReqCert::certificate, test::blobFrom(certificate)),
-         test::element(0xA0, test::element(0xA0, certificate))},
-        {CReqCert(CReqCert::attributeCertificate, test::blobFrom(attributes)),
-         test::element(0xA0, test::element(0xA1, attributes))},
-        {CReqCert(someIdentifier()), test::octets("A1 19 30 17 30 05 30 00 02 01 00 03 02 00 0C "
-                                                  "30 0A 30 04 06 02 2A 03 03 02 00 0D")},
+    const Octets certificate = octets(text(MadeCertificate().encoded()));
+    const Octets attributes = attributeCertificate();
+    const std::pair<CReqCert, Octets> rows[] = {
+        {CReqCert(someCertID()), octets("30 0F 30 04 06 02 2A 03 04 01 0A 04 01 0B 02 01 00")},
+        {CReqCert(CReqCert::certificate, blobFrom(certificate)), element(0xA0, element(0xA0, certificate))},
+        {CReqCert(CReqCert::attributeCertificate, blobFrom(attributes)),
+         element(0xA0, element(0xA1, attributes))},
+        {CReqCert(someIdentifier()), octets("A1 19 30 17 30 05 30 00 02 01 00 03 02 00 0C "
+                                            "30 0A 30 04 06 02 2A 03 03 02 00 0D")},
     };
     for (auto const& [value, expected] : rows) {
         EXPECT_EQ(text(encoded(value)), text(expected));
-        const CReqCert read = decoded(test::blobFrom(expected));
+        const CReqCert read = decoded(blobFrom(expected));
         EXPECT_EQ(answers(read), answers(value));
         EXPECT_EQ(text(encoded(read)), text(expected));
     }
@@ -142,11 +125,11 @@ TEST(ReqCertRecord, EachWayHasItsPlaceInTheEncoding) {
 
 TEST(ReqCertRecord, FullCertificateThatIsNotDerComesBackAsDer) {
     // The certificate in the indefinite form, with the same inside.
-    const test::Octets der = test::octets(text(MadeCertificate().encoded()));
-    test::Octets indefinite = {0xA0, 0x80, 0xA0, 0x80, 0x30, 0x80};
+    const Octets der = octets(text(MadeCertificate().encoded()));
+    Octets indefinite = {0xA0, 0x80, 0xA0, 0x80, 0x30, 0x80};
     indefinite.insert(indefinite.end(), der.begin() + 3, der.end());
     indefinite.insert(indefinite.end(), 6, 0);
-    const CReqCert read = decoded(test::blobFrom(indefinite));
+    const CReqCert read = decoded(blobFrom(indefinite));
     ASSERT_NE(read.get_fullCert(), nullptr);
     EXPECT_EQ(text(*read.get_fullCert()), text(der));
     EXPECT_EQ(*read.get_fullCertType(), CReqCert::certificate);
@@ -160,8 +143,8 @@ TEST(ReqCertRecord, BytesThatAreNoCertificateOfTheTypeFail) {
          {CReqCert(CReqCert::certificate, CBlob()), CReqCert(CReqCert::certificate, blob("30 00")),
           CReqCert(CReqCert::certificate, truncated), CReqCert(CReqCert::attributeCertificate, CBlob()),
           CReqCert(CReqCert::attributeCertificate, certificate),
-          CReqCert(CReqCert::certificate, test::blobFrom(attributeCertificate()))}) {
-        test::LiveContext context;
+          CReqCert(CReqCert::certificate, blobFrom(attributeCertificate()))}) {
+        LiveContext context;
         asn1data::ASN1T_ReqCert record;
         EXPECT_EQ(thrownCode([&] { ASN1T_ReqCert_set(context, record, value); }), kAsn1);
     }
@@ -169,7 +152,7 @@ TEST(ReqCertRecord, BytesThatAreNoCertificateOfTheTypeFail) {
 
 TEST(ReqCertRecord, UnknownTypeIsFoundWhenItIsEncoded) {
     const CReqCert value(static_cast<CReqCert::fullCertificateType>(2), MadeCertificate().encoded());
-    test::Encoder output;
+    Encoder output;
     asn1data::ASN1T_ReqCert record;
     ASN1T_ReqCert_set(output, record, value);
     EXPECT_EQ(record.u.fullCert->t, 0u);
@@ -192,9 +175,9 @@ TEST(ReqCertRecord, UnknownAlternativesAreLeftOrRefused) {
 
 TEST(ReqCertRecord, RealCertificatesComeBackWithTheirBytes) {
     int files = 0, unchanged = 0;
-    for (auto const& path : test::vectorFiles("certs")) {
+    for (auto const& path : vectorFiles("certs")) {
         ++files;
-        const CBlob bytes = test::blobFrom(test::readFile(path));
+        const CBlob bytes = blobFrom(readFile(path));
         CReqCert read;
         const unsigned code =
             thrownCode([&] { decode(encoded(CReqCert(CReqCert::certificate, bytes)), read); });
@@ -212,8 +195,8 @@ TEST(ReqCertRecord, RealCertificatesComeBackWithTheirBytes) {
 }
 
 TEST(ReqCertRecord, AttributeCertificatesOfVersion2AreRefused) {
-    for (auto const& path : test::vectorFiles("attribute-certs")) {
-        const CReqCert value(CReqCert::attributeCertificate, test::blobFrom(test::readFile(path)));
+    for (auto const& path : vectorFiles("attribute-certs")) {
+        const CReqCert value(CReqCert::attributeCertificate, blobFrom(readFile(path)));
         EXPECT_EQ(thrownCode([&] { encoded(value); }), kAsn1) << path;
     }
 }

@@ -1,52 +1,40 @@
 // Signing and verifying while the platform or memory fails: each call in turn.
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <new>
 #include <set>
 
-#include "base/exception.h"
 #include "messages.h"
+#include "ocsp_test.h"
 #include "support/failing_memory.h"
-#include "support/failures.h"
 #include "watched_platform.h"
 
 namespace Mirvane::PKI::OCSP {
 namespace {
 
-using test::algorithm;
-using test::Provider;
-using test::rsaSigner;
-using test::signedRequest;
-using test::signedResponse;
-using test::Signer;
-using test::thrownCode;
+using namespace test;
 
-constexpr unsigned kInvalidArgument = 0x80070057;
 constexpr unsigned kBadSignature = 0x80090006;
-constexpr unsigned kBadAlgorithm = 0x80090008;
 constexpr unsigned kProviderFailed = 0x80090020;
-constexpr unsigned kUnknownAlgorithm = 0x80092004;
 
 // Runs `action` with its first, second, ... call of the platform failing with the code, and tells `look`
 // which function that was and what was thrown.
 void sweepPlatform(DWORD code, std::function<void()> const& action,
                    std::function<void(std::string const&, unsigned)> const& look) {
-    const int before = test::watched.alive();
+    const int before = watched.alive();
     for (int index = 0;; ++index) {
-        test::watched.made = 0;
-        test::watched.failAt = index;
-        test::watched.code = code;
-        test::watched.failed.clear();
+        watched.made = 0;
+        watched.failAt = index;
+        watched.code = code;
+        watched.failed.clear();
         const unsigned thrown = thrownCode(action);
-        test::watched.failAt = -1;
-        EXPECT_EQ(test::watched.alive(), before) << test::watched.failed;
-        if (test::watched.failed.empty()) {
+        watched.failAt = -1;
+        EXPECT_EQ(watched.alive(), before) << watched.failed;
+        if (watched.failed.empty()) {
             EXPECT_EQ(thrown, 0u);
             EXPECT_GE(index, 6);
             return;
         }
-        look(test::watched.failed, thrown);
+        look(watched.failed, thrown);
     }
 }
 
@@ -54,7 +42,7 @@ void sweepPlatform(DWORD code, std::function<void()> const& action,
 template <typename Message>
 void expectAllOrNothing(Message const& message, unsigned whenUnknown,
                         std::function<void(Message&, HCRYPTPROV)> const& sign) {
-    const Provider provider(test::signerOfKind("P-256")->open());
+    const Provider provider(signerOfKind("P-256")->open());
     const CBlob before = message.encode();
     Message subject;
     const auto action = [&] {
@@ -118,14 +106,14 @@ TEST(ProviderFailures, AFailureWithoutAReasonIsThrownWhereNothingCanGoOn) {
     const CBasicResponse message = signedResponse();
     std::set<std::string> thrownFrom;
     for (int index = 0; index < 10; ++index) {
-        test::watched = {.failAt = index};
+        watched = {.failAt = index};
         try {
             message.verify(rsaSigner().encoded);
         } catch (ATL::CAtlException const& failure) {
-            if (failure.m_hr == 0) thrownFrom.insert(test::watched.failed);
+            if (failure.m_hr == 0) thrownFrom.insert(watched.failed);
         }
     }
-    test::watched = {};
+    watched = {};
     EXPECT_EQ(thrownFrom, (std::set<std::string>{"CertCreateCertificateContext", "CryptImportPublicKeyInfo",
                                                  "CryptVerifySignatureA"}));
 }
@@ -136,15 +124,15 @@ TEST(ProviderFailures, AResponderIdThrowsWhatTheProviderLeft) {
         [](std::string const& failed, unsigned thrown) {
             EXPECT_EQ(thrown, failed == "CryptReleaseContext" ? 0 : kProviderFailed) << failed;
         });
-    test::watched = {.failAt = 0};
+    watched = {.failAt = 0};
     EXPECT_EQ(thrownCode([] { CResponderID::fromCert(CResponderID::byKey, rsaSigner().encoded); }),
               kInvalidArgument);
-    test::watched = {};
+    watched = {};
 }
 
 // Each allocation fails in turn, of the heap or of a context: no handle stays.
 TEST(MemoryFailures, LeaveNoHandleOfThePlatform) {
-    const Signer& signer = *test::signerOfKind("P-256");
+    const Signer& signer = *signerOfKind("P-256");
     const Provider provider(signer.open());
     const CBlobList certificates = {signer.encoded};
     CRequestMessage request = signedRequest(signer);
@@ -155,18 +143,18 @@ TEST(MemoryFailures, LeaveNoHandleOfThePlatform) {
         [&] { EXPECT_TRUE(response.verify(signer.encoded)); },
         [&] { CResponderID::fromCert(CResponderID::byKey, signer.encoded); },
     };
-    const int before = test::watched.alive();
+    const int before = watched.alive();
     for (auto const& action : actions) {
         bool happened = true;
         for (int index = 0; happened; ++index) {
-            const test::FailingMemory failing(index);
+            const FailingMemory failing(index);
             try {
                 action();
             } catch (std::bad_alloc const&) {
             } catch (ATL::CAtlException const&) {
             }
             happened = failing.happened();
-            EXPECT_EQ(test::watched.alive(), before) << index;
+            EXPECT_EQ(watched.alive(), before) << index;
         }
     }
     EXPECT_TRUE(request.verify(signer.encoded));

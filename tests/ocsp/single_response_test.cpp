@@ -1,27 +1,18 @@
 #include "ocsp/single_response.h"
 
-#include <gtest/gtest.h>
-
-#include <utility>
-
 #include "asn1/bridge.h"
 #include "asn1data/ocsp.h"
 #include "ocsp/made_certificates.h"
 #include "ocsp/single_response_record.h"
-#include "support/blobs.h"
-#include "support/contexts.h"
-#include "support/failures.h"
+#include "ocsp_test.h"
 
 namespace Mirvane::PKI::OCSP {
 namespace {
 
+using namespace test;
 using ASN1::CExtensions;
 using ASN1::CrlReason;
-using test::blob;
-using test::text;
-using test::thrownCode;
 
-constexpr unsigned kAsn1 = 0x80093101;
 const CDateTime kNoon("20260102120000.75Z");
 
 CReqCert subject() {
@@ -53,6 +44,8 @@ TEST(CertStatus, GoesThroughItsStates) {
     EXPECT_EQ(shown(status), "2 unknown");
     status.put_revoked(kNoon, &superseded);
     EXPECT_EQ(shown(status), "1 revoked 20260102120000.75Z for 4");
+    status.put_revoked(*status.get_revocationTime(), status.get_revocationReason());
+    EXPECT_EQ(shown(status), "1 revoked 20260102120000.75Z for 4") << "its own parts";
     status.put_good();
     EXPECT_EQ(shown(status), "0 good");
     status.put_unknown();
@@ -63,16 +56,9 @@ TEST(CertStatus, GoesThroughItsStates) {
     EXPECT_EQ(shown(CCertStatus(kNoon, &superseded)), "1 revoked 20260102120000.75Z for 4");
 }
 
-TEST(CertStatus, ArgumentsMayBeItsOwn) {
-    const CrlReason hold = ASN1::certificateHold;
-    CCertStatus status(kNoon, &hold);
-    status.put_revoked(*status.get_revocationTime(), status.get_revocationReason());
-    EXPECT_EQ(shown(status), "1 revoked 20260102120000.75Z for 6");
-}
-
 // The status in DER, made through its record.
 std::string encodedStatus(CCertStatus const& status) {
-    test::Encoder output;
+    Encoder output;
     asn1data::ASN1T_CertStatus record, copy;
     ASN1T_CertStatus_traits::set(output, record, status);
     ASN1T_CertStatus_traits::copy(output, record, copy);
@@ -121,17 +107,6 @@ TEST(CertStatusRecord, IsReadByItsAlternative) {
     EXPECT_EQ(shown(status), "2 unknown");
 }
 
-TEST(SingleResponse, NobodyFilledItInNamesAFullCertificate) {
-    const CSingleResponse entry;
-    EXPECT_EQ(entry.get_reqCert().get_certID(), nullptr);
-    EXPECT_EQ(*entry.get_reqCert().get_fullCertType(), CReqCert::certificate);
-    EXPECT_EQ(entry.get_reqCert().get_fullCert()->cbData(), 0u);
-    EXPECT_TRUE(entry.get_certStatus().isUnknown());
-    EXPECT_TRUE(entry.get_thisUpdate() == CDateTime(0, 0));
-    EXPECT_EQ(entry.get_nextUpdate(), nullptr);
-    EXPECT_EQ(entry.get_singleExtensions(), nullptr);
-}
-
 TEST(SingleResponse, OptionalFieldsAreCopiedReplacedAndRemoved) {
     CSingleResponse entry(subject(), CCertStatus(), kNoon);
     const CExtensions extensions = oneExtension();
@@ -152,7 +127,7 @@ TEST(SingleResponse, OptionalFieldsAreCopiedReplacedAndRemoved) {
 
 // The entry in DER, made through its record.
 CBlob encodedEntry(CSingleResponse const& entry) {
-    test::Encoder output;
+    Encoder output;
     asn1data::ASN1T_SingleResponse record;
     fillASN1T_SingleResponse(output, record, entry, {});
     const int length = asn1data::asn1E_SingleResponse(output, &record, ASN1EXPL);
@@ -188,7 +163,7 @@ TEST(SingleResponseRecord, WhatIsAbsentOrEmptyIsLeftOut) {
 }
 
 TEST(SingleResponseRecord, NextUpdateWithoutTextIsAbsent) {
-    test::LiveContext context;
+    LiveContext context;
     asn1data::ASN1T_SingleResponse record;
     fillASN1T_SingleResponse(context, record, CSingleResponse(subject(), CCertStatus(), kNoon), {});
     record.m.nextUpdatePresent = 1;
@@ -200,8 +175,16 @@ TEST(SingleResponseRecord, NextUpdateWithoutTextIsAbsent) {
     EXPECT_EQ(thrownCode([&] { readASN1T_SignleResponse(record); }), 0x8007076D);
 }
 
-TEST(SingleResponseRecord, NobodyFilledItInDoesNotEncode) {
-    EXPECT_EQ(thrownCode([] { encodedEntry(CSingleResponse()); }), kAsn1);
+TEST(SingleResponse, NobodyFilledItInNamesAFullCertificateAndDoesNotEncode) {
+    const CSingleResponse entry;
+    EXPECT_EQ(entry.get_reqCert().get_certID(), nullptr);
+    EXPECT_EQ(*entry.get_reqCert().get_fullCertType(), CReqCert::certificate);
+    EXPECT_EQ(entry.get_reqCert().get_fullCert()->cbData(), 0u);
+    EXPECT_TRUE(entry.get_certStatus().isUnknown());
+    EXPECT_TRUE(entry.get_thisUpdate() == CDateTime(0, 0));
+    EXPECT_EQ(entry.get_nextUpdate(), nullptr);
+    EXPECT_EQ(entry.get_singleExtensions(), nullptr);
+    EXPECT_EQ(thrownCode([&] { encodedEntry(entry); }), kAsn1);
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "platform/certificates.h"
 
-#include <gtest/gtest.h>
-
 #include <ctime>
 
 #include "provider_support.h"
@@ -29,19 +27,9 @@ Octets octetsOf(const _CRYPTOAPI_BLOB& blob) {
     return {blob.pbData, blob.pbData + blob.cbData};
 }
 
-template <typename Encode, typename Object>
-Octets der(Encode encode, const Object* object) {
-    unsigned char* encoded = nullptr;
-    const int length = encode(object, &encoded);
-    const Octets result(encoded, encoded + std::max(length, 0));
-    OPENSSL_free(encoded);
-    return result;
-}
-
-std::string textOf(const ASN1_OBJECT* object) {
-    char text[200];
-    OBJ_obj2txt(text, sizeof text, object, 1);
-    return text;
+template <typename Object>
+Octets der(int (*encode)(const Object*, unsigned char**), const Object* object) {
+    return test::octetsOf(writtenBy(encode, object));
 }
 
 std::int64_t secondsOf(const FILETIME& time) {
@@ -56,17 +44,11 @@ std::int64_t secondsOf(const ASN1_TIME* time) {
     return std::max<std::int64_t>(timegm(&parts), -11'644'473'600);
 }
 
-std::vector<std::filesystem::path> certificates() {
-    return vectorFiles("certs");
-}
-
 Octets derOf(const std::filesystem::path& path) {
     const Octets content = readFile(path);
     if (content.size() < 10 || content[0] != '-') return content;
-    std::unique_ptr<BIO, decltype(&BIO_free)> file(
-        BIO_new_mem_buf(content.data(), static_cast<int>(content.size())), BIO_free);
-    std::unique_ptr<X509, decltype(&X509_free)> read(PEM_read_bio_X509(file.get(), nullptr, nullptr, nullptr),
-                                                     X509_free);
+    const auto file = owned(BIO_new_mem_buf(content.data(), static_cast<int>(content.size())), BIO_free);
+    const auto read = owned(PEM_read_bio_X509(file.get(), nullptr, nullptr, nullptr), X509_free);
     return read != nullptr ? der(i2d_X509, read.get()) : content;
 }
 
@@ -82,7 +64,7 @@ void expectSameAsOpenssl(const CERT_INFO& info, const X509* certificate) {
 
     const ASN1_OBJECT* object = nullptr;
     X509_ALGOR_get0(&object, nullptr, nullptr, X509_get0_tbs_sigalg(certificate));
-    EXPECT_EQ(info.SignatureAlgorithm.pszObjId, textOf(object));
+    EXPECT_EQ(info.SignatureAlgorithm.pszObjId, dotted(object));
     const ASN1_BIT_STRING* bits = X509_get0_pubkey_bitstr(certificate);
     EXPECT_EQ(Octets(info.SubjectPublicKeyInfo.PublicKey.pbData,
                      info.SubjectPublicKeyInfo.PublicKey.pbData + info.SubjectPublicKeyInfo.PublicKey.cbData),
@@ -92,7 +74,7 @@ void expectSameAsOpenssl(const CERT_INFO& info, const X509* certificate) {
     for (int i = 0; i < X509_get_ext_count(certificate); ++i) {
         X509_EXTENSION* extension = X509_get_ext(certificate, i);
         const ASN1_OCTET_STRING* value = X509_EXTENSION_get_data(extension);
-        EXPECT_EQ(info.rgExtension[i].pszObjId, textOf(X509_EXTENSION_get_object(extension)));
+        EXPECT_EQ(info.rgExtension[i].pszObjId, dotted(X509_EXTENSION_get_object(extension)));
         EXPECT_EQ(info.rgExtension[i].fCritical, X509_EXTENSION_get_critical(extension));
         EXPECT_EQ(octetsOf(info.rgExtension[i].Value), Octets(value->data, value->data + value->length));
     }
@@ -135,7 +117,7 @@ Octets encodedInteger(const Octets& littleEndian) {
 }
 
 Octets name(std::initializer_list<std::tuple<const char*, int, std::string>> entries) {
-    std::unique_ptr<X509_NAME, decltype(&X509_NAME_free)> made(X509_NAME_new(), X509_NAME_free);
+    const auto made = owned(X509_NAME_new(), X509_NAME_free);
     for (const auto& [type, kind, value] : entries)
         X509_NAME_add_entry_by_txt(made.get(), type, kind,
                                    reinterpret_cast<const unsigned char*>(value.data()),
@@ -172,12 +154,11 @@ DWORD hashCode(const Octets& encoded) {
 
 TEST(CertificateContext, OfRealCertificatesShowsWhatOpensslReads) {
     int compared = 0;
-    for (const auto& path : certificates()) {
+    for (const auto& path : vectorFiles("certs")) {
         SCOPED_TRACE(path);
         const Octets encoded = derOf(path);
         const unsigned char* position = encoded.data();
-        std::unique_ptr<X509, decltype(&X509_free)> read(
-            d2i_X509(nullptr, &position, static_cast<long>(encoded.size())), X509_free);
+        const auto read = owned(d2i_X509(nullptr, &position, static_cast<long>(encoded.size())), X509_free);
         if (read == nullptr || position != encoded.data() + encoded.size()) continue;
         const Context context = parse(encoded);
         ASSERT_NE(context, nullptr);
@@ -192,16 +173,14 @@ TEST(CertificateContext, CutOrLengthenedIsRefused) {
     const Octets whole = certificateOf({});
     ASSERT_EQ(parseCode(whole), 0u);
     EXPECT_EQ(parseCode({}), CRYPT_E_ASN1_EOD);
-    EXPECT_EQ(codeOf([] { return CertCreateCertificateContext(encoding, nullptr, 5) != nullptr; }),
-              CRYPT_E_ASN1_EOD);
+    EXPECT_CODE(CRYPT_E_ASN1_EOD, CertCreateCertificateContext(encoding, nullptr, 5) != nullptr);
     for (std::size_t length = 1; length < whole.size(); ++length)
         EXPECT_EQ(parseCode(Octets(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length))),
                   CRYPT_E_ASN1_CORRUPT);
     Octets longer = whole;
     longer.push_back(0);
     EXPECT_EQ(parseCode(longer), CRYPT_E_ASN1_NOEOD);
-    EXPECT_EQ(codeOf([&] { return CertCreateCertificateContext(1, whole.data(), 9) != nullptr; }),
-              E_INVALIDARG);
+    EXPECT_CODE(E_INVALIDARG, CertCreateCertificateContext(1, whole.data(), 9) != nullptr);
     EXPECT_TRUE(CertFreeCertificateContext(nullptr));
 }
 
@@ -296,9 +275,7 @@ TEST(EncodedInteger, IsTheShortestDer) {
         EXPECT_EQ(text(encodedInteger(octets(number))), expected) << number;
     for (std::size_t size : {127, 128, 255, 256, 65536}) {
         const Octets encoded = encodedInteger(Octets(size, 0x11));
-        const unsigned char* position = encoded.data();
-        std::unique_ptr<ASN1_INTEGER, decltype(&ASN1_INTEGER_free)> read(
-            d2i_ASN1_INTEGER(nullptr, &position, static_cast<long>(encoded.size())), ASN1_INTEGER_free);
+        const auto read = parsed(d2i_ASN1_INTEGER, ASN1_INTEGER_free, encoded.data(), encoded.size());
         ASSERT_NE(read, nullptr) << size;
         EXPECT_EQ(der(i2d_ASN1_INTEGER, read.get()), encoded);
     }
@@ -306,18 +283,13 @@ TEST(EncodedInteger, IsTheShortestDer) {
     CRYPT_INTEGER_BLOB blob = {1, &number};
     BYTE encoded[3];
     DWORD length = 2;
-    EXPECT_EQ(
-        codeOf([&] { return CryptEncodeObject(encoding, X509_MULTI_BYTE_INTEGER, &blob, encoded, &length); }),
-        ERROR_MORE_DATA);
+    EXPECT_CODE(ERROR_MORE_DATA,
+                CryptEncodeObject(encoding, X509_MULTI_BYTE_INTEGER, &blob, encoded, &length));
     EXPECT_EQ(length, 3u);
-    EXPECT_EQ(codeOf([&] { return CryptEncodeObject(1, X509_MULTI_BYTE_INTEGER, &blob, encoded, &length); }),
-              E_INVALIDARG);
-    EXPECT_EQ(codeOf([&] { return CryptEncodeObject(encoding, "27", &blob, encoded, &length); }),
-              ERROR_FILE_NOT_FOUND);
+    EXPECT_CODE(E_INVALIDARG, CryptEncodeObject(1, X509_MULTI_BYTE_INTEGER, &blob, encoded, &length));
+    EXPECT_CODE(ERROR_FILE_NOT_FOUND, CryptEncodeObject(encoding, "27", &blob, encoded, &length));
     blob.cbData = 0xFFFFFFFF;
-    EXPECT_EQ(
-        codeOf([&] { return CryptEncodeObject(encoding, X509_MULTI_BYTE_INTEGER, &blob, encoded, &length); }),
-        E_INVALIDARG);
+    EXPECT_CODE(E_INVALIDARG, CryptEncodeObject(encoding, X509_MULTI_BYTE_INTEGER, &blob, encoded, &length));
 }
 
 TEST(NameComparison, FollowsTheRulesOfRfc5280) {
@@ -347,17 +319,15 @@ TEST(NameComparison, OctetsThatAreNoNameEqualOnlyThemselves) {
     EXPECT_FALSE(equal(good, longer));
     EXPECT_TRUE(equal(longer, longer));
     const CERT_NAME_BLOB blob = {0, nullptr};
-    EXPECT_EQ(codeOf([&] { return CertCompareCertificateName(1, &blob, &blob); }), E_INVALIDARG);
-    EXPECT_EQ(codeOf([&] { return CertCompareCertificateName(encoding, nullptr, &blob); }), E_INVALIDARG);
+    EXPECT_CODE(E_INVALIDARG, CertCompareCertificateName(1, &blob, &blob));
+    EXPECT_CODE(E_INVALIDARG, CertCompareCertificateName(encoding, nullptr, &blob));
 }
 
 TEST(HashToBeSigned, EqualsTheHashThatOpensslChecks) {
     int compared = 0;
-    for (const auto& path : certificates()) {
+    for (const auto& path : vectorFiles("certs")) {
         const Octets encoded = derOf(path);
-        const unsigned char* position = encoded.data();
-        std::unique_ptr<X509, decltype(&X509_free)> read(
-            d2i_X509(nullptr, &position, static_cast<long>(encoded.size())), X509_free);
+        const auto read = parsed(d2i_X509, X509_free, encoded.data(), encoded.size());
         if (read == nullptr || hashCode(encoded) != 0) continue;
         const Octets toBeSigned =
             der(reinterpret_cast<int (*)(const X509*, unsigned char**)>(i2d_re_X509_tbs), read.get());

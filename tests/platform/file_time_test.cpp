@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <ctime>
 #include <optional>
 #include <random>
 
 #include "platform/last_error.h"
+#include "support/calendar.h"
 
 namespace {
 
@@ -30,15 +30,9 @@ std::optional<std::uint64_t> toCount(const _SYSTEMTIME& time) {
 
 // What the C library makes of the same fields: nothing, if it had to carry a day over to the next month.
 std::optional<std::uint64_t> expectedCount(const _SYSTEMTIME& time) {
-    std::tm fields{};
-    fields.tm_year = time.wYear - 1900;
-    fields.tm_mon = time.wMonth - 1;
-    fields.tm_mday = time.wDay;
-    fields.tm_hour = time.wHour;
-    fields.tm_min = time.wMinute;
-    fields.tm_sec = time.wSecond;
-    const std::time_t seconds = timegm(&fields);
-    if (fields.tm_mday != time.wDay) return std::nullopt;
+    const std::time_t seconds =
+        test::pointAt(time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond);
+    if (test::utcFields(seconds).tm_mday != time.wDay) return std::nullopt;
     return static_cast<std::uint64_t>(seconds + secondsTo1970) * ticksPerSecond +
            time.wMilliseconds * 10'000u;
 }
@@ -47,9 +41,8 @@ void expectFieldsOf(std::uint64_t count) {
     const _FILETIME fileTime = fileTimeOf(count);
     _SYSTEMTIME actual{};
     ASSERT_NE(FileTimeToSystemTime(&fileTime, &actual), 0) << count;
-    const std::time_t seconds = static_cast<std::int64_t>(count / ticksPerSecond) - secondsTo1970;
-    std::tm expected{};
-    gmtime_r(&seconds, &expected);
+    const std::tm expected =
+        test::utcFields(static_cast<std::int64_t>(count / ticksPerSecond) - secondsTo1970);
     ASSERT_EQ(actual.wYear, expected.tm_year + 1900) << count;
     ASSERT_EQ(actual.wMonth, expected.tm_mon + 1) << count;
     ASSERT_EQ(actual.wDay, expected.tm_mday) << count;

@@ -1,8 +1,6 @@
 // The short way of reading keys against OpenSSL's decoder.
 #include "openssl/key_reader.h"
 
-#include <gtest/gtest.h>
-
 #include "provider_support.h"
 
 using namespace test;

@@ -1,5 +1,4 @@
 // What the platform says while libcrypto runs out of memory, in each place in turn.
-#include <gtest/gtest.h>
 #include <openssl/crypto.h>
 
 #include <climits>
@@ -148,15 +147,8 @@ TEST(MemoryFailure, NeverMakesEqualNamesUnequal) {
 TEST(MemoryFailure, NeverMakesARightSignatureWrong) {
     for (const char* kind : {"RSA", "P-256"}) {
         const OpensslKey key = keyOfKind(kind);
-        const Octets data = message();
-        const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(),
-                                                                              EVP_MD_CTX_free);
-        ASSERT_EQ(EVP_DigestSignInit(context.get(), nullptr, EVP_sha256(), nullptr, key.get()), 1);
-        Octets signature(512);
-        std::size_t size = signature.size();
-        ASSERT_EQ(EVP_DigestSign(context.get(), signature.data(), &size, data.data(), data.size()), 1);
-        signature.resize(size);
-        signature = reversed(signature);
+        const Octets signature = reversed(opensslSignature(key, EVP_sha256()));
+        const auto size = static_cast<DWORD>(signature.size());
 
         const Provider provider(MVCAPI_I_CryptGetDefaultCryptProv(
             CertOIDToAlgId(PublicKeyInfo(key).identifier.c_str()), CALG_SHA_256));
@@ -164,10 +156,7 @@ TEST(MemoryFailure, NeverMakesARightSignatureWrong) {
         Hash hash;
         ASSERT_TRUE(import(provider, key, imported) && makeHash(provider, CALG_SHA_256, hash));
         sweepMemory(
-            [&] {
-                return CryptVerifySignatureA(hash, signature.data(), static_cast<DWORD>(size), imported,
-                                             nullptr, 0) != 0;
-            },
+            [&] { return CryptVerifySignatureA(hash, signature.data(), size, imported, nullptr, 0) != 0; },
             [](DWORD code) { EXPECT_NE(code, NTE_BAD_SIGNATURE); });
     }
 }

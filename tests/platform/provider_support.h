@@ -3,6 +3,7 @@
 #ifndef MIRVANE_TESTS_PLATFORM_PROVIDER_SUPPORT_H
 #define MIRVANE_TESTS_PLATFORM_PROVIDER_SUPPORT_H
 
+#include <gtest/gtest.h>
 #include <openssl/err.h>
 #include <openssl/evp.h>
 #include <openssl/objects.h>
@@ -15,7 +16,7 @@
 
 #include "platform/keys.h"
 #include "platform/last_error.h"
-#include "support/octets.h"
+#include "support/openssl.h"
 #include "support/program.h"
 
 namespace test {
@@ -31,6 +32,9 @@ DWORD codeOf(Call call) {
     if (succeeded) return GetLastError() == mark ? 0 : 1;
     return GetLastError() == mark ? 0xDEAD : GetLastError();
 }
+
+// That a call of the platform leaves the code.
+#define EXPECT_CODE(code, ...) EXPECT_EQ(codeOf([&] { return __VA_ARGS__; }), code)
 
 template <BOOL (*end)(unsigned long long)>
 class Handle {
@@ -68,8 +72,7 @@ inline OpensslKey own(EVP_PKEY* key) {
 }
 
 inline OpensslKey makeGostKey(int nid) {
-    std::unique_ptr<EVP_PKEY_CTX, decltype(&EVP_PKEY_CTX_free)> context(EVP_PKEY_CTX_new_id(nid, nullptr),
-                                                                        EVP_PKEY_CTX_free);
+    const auto context = owned(EVP_PKEY_CTX_new_id(nid, nullptr), EVP_PKEY_CTX_free);
     EVP_PKEY* key = nullptr;
     if (context == nullptr || EVP_PKEY_keygen_init(context.get()) != 1) return nullptr;
     EVP_PKEY_CTX_ctrl_str(context.get(), "paramset", "A");
@@ -78,15 +81,13 @@ inline OpensslKey makeGostKey(int nid) {
 }
 
 inline OpensslKey makeDsaKey() {
-    std::unique_ptr<EVP_PKEY_CTX, decltype(&EVP_PKEY_CTX_free)> parameters(
-        EVP_PKEY_CTX_new_from_name(nullptr, "DSA", nullptr), EVP_PKEY_CTX_free);
+    const auto parameters = owned(EVP_PKEY_CTX_new_from_name(nullptr, "DSA", nullptr), EVP_PKEY_CTX_free);
     EVP_PKEY* described = nullptr;
     EVP_PKEY_paramgen_init(parameters.get());
     EVP_PKEY_CTX_set_dsa_paramgen_bits(parameters.get(), 1024);
     EVP_PKEY_paramgen(parameters.get(), &described);
     const OpensslKey owner = own(described);
-    std::unique_ptr<EVP_PKEY_CTX, decltype(&EVP_PKEY_CTX_free)> context(
-        EVP_PKEY_CTX_new_from_pkey(nullptr, described, nullptr), EVP_PKEY_CTX_free);
+    const auto context = owned(EVP_PKEY_CTX_new_from_pkey(nullptr, described, nullptr), EVP_PKEY_CTX_free);
     EVP_PKEY* key = nullptr;
     EVP_PKEY_keygen_init(context.get());
     EVP_PKEY_keygen(context.get(), &key);
@@ -121,7 +122,7 @@ inline OpensslKey keyOfKind(const std::string& kind) {
 // Writes the private key and tells the path.
 inline std::string writeKey(const TemporaryFolder& folder, const OpensslKey& key,
                             const char* name = "key.pem") {
-    std::unique_ptr<BIO, decltype(&BIO_free)> file(BIO_new_file(folder.path(name).c_str(), "w"), BIO_free);
+    const auto file = owned(BIO_new_file(folder.path(name).c_str(), "w"), BIO_free);
     PEM_write_bio_PrivateKey(file.get(), key.get(), nullptr, nullptr, 0, nullptr, nullptr);
     return folder.path(name);
 }
@@ -130,32 +131,24 @@ inline std::string writeKey(const TemporaryFolder& folder, const OpensslKey& key
 class PublicKeyInfo {
   public:
     explicit PublicKeyInfo(const OpensslKey& key) {
-        unsigned char* encoded = nullptr;
-        const int length = i2d_PUBKEY(key.get(), &encoded);
-        const unsigned char* position = encoded;
-        std::unique_ptr<X509_PUBKEY, decltype(&X509_PUBKEY_free)> whole(
-            d2i_X509_PUBKEY(nullptr, &position, length), X509_PUBKEY_free);
-        OPENSSL_free(encoded);
+        const auto whole =
+            parsed(d2i_X509_PUBKEY, X509_PUBKEY_free, writtenBy<EVP_PKEY>(i2d_PUBKEY, key.get()));
         ASN1_OBJECT* object = nullptr;
         const unsigned char* keyOctets = nullptr;
         int keyLength = 0;
         X509_ALGOR* algorithm = nullptr;
         X509_PUBKEY_get0_param(&object, &keyOctets, &keyLength, &algorithm, whole.get());
-        char text[80];
-        OBJ_obj2txt(text, sizeof text, object, 1);
-        identifier = text;
+        identifier = dotted(object);
         bits.assign(keyOctets, keyOctets + keyLength);
-        unsigned char* encodedAlgorithm = nullptr;
-        const int algorithmLength = i2d_X509_ALGOR(algorithm, &encodedAlgorithm);
-        const unsigned char* inside = encodedAlgorithm;
-        const unsigned char* const end = encodedAlgorithm + algorithmLength;
+        const Octets encoded = octetsOf(writtenBy<X509_ALGOR>(i2d_X509_ALGOR, algorithm));
+        const unsigned char* inside = encoded.data();
+        const unsigned char* const end = inside + encoded.size();
         long size = 0;
         int tag = 0;
         int tagClass = 0;
-        ASN1_get_object(&inside, &size, &tag, &tagClass, algorithmLength);
+        ASN1_get_object(&inside, &size, &tag, &tagClass, end - inside);
         ASN1_get_object(&inside, &size, &tag, &tagClass, end - inside);
         parameters.assign(inside + size, end);
-        OPENSSL_free(encodedAlgorithm);
     }
 
     CERT_PUBLIC_KEY_INFO info() {
@@ -186,6 +179,17 @@ inline bool makeHash(HCRYPTPROV provider, ALG_ID algorithm, Hash& hash) {
     const Octets data = message();
     return CryptCreateHash(provider, algorithm, 0, 0, hash.place()) &&
            CryptHashData(hash, data.data(), static_cast<DWORD>(data.size()), 0);
+}
+
+// OpenSSL's signature of octets, in the order of ASN.1.
+inline Octets opensslSignature(const OpensslKey& key, const EVP_MD* digest, const Octets& data = message()) {
+    const auto context = owned(EVP_MD_CTX_new(), EVP_MD_CTX_free);
+    EVP_DigestSignInit(context.get(), nullptr, digest, nullptr, key.get());
+    Octets signature(1024);
+    std::size_t length = signature.size();
+    EXPECT_EQ(EVP_DigestSign(context.get(), signature.data(), &length, data.data(), data.size()), 1);
+    signature.resize(length);
+    return signature;
 }
 
 inline Octets reversed(const Octets& octets) {

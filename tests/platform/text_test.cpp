@@ -103,38 +103,36 @@ TEST(CodePageText, ABufferOneUnitTooSmallIsRefusedAndNotOverrun) {
 }
 
 TEST(CodePageText, UnusableArgumentsAreRefused) {
-    struct Row {
+    char narrow[8];
+    wchar_t wide[8];
+    const struct {
         const char* name;
         UINT codePage;
         DWORD flags;
-        bool nullSource;
+        bool hasSource;
         int length;
-        bool nullTarget;
+        bool hasTarget;
         int capacity;
         DWORD error;
+    } rows[] = {
+        {"code page", 1252, 0, true, 1, true, 8, ERROR_INVALID_PARAMETER},
+        {"flags", 0, 8, true, 1, true, 8, ERROR_INVALID_FLAGS},
+        {"null source", 0, 0, false, 1, true, 8, ERROR_INVALID_PARAMETER},
+        {"length 0", 0, 0, true, 0, true, 8, ERROR_INVALID_PARAMETER},
+        {"length -2", 0, 0, true, -2, true, 8, ERROR_INVALID_PARAMETER},
+        {"negative capacity", 0, 0, true, 1, true, -1, ERROR_INVALID_PARAMETER},
+        {"capacity without buffer", 0, 0, true, 1, false, 8, ERROR_INVALID_PARAMETER},
     };
-    const Row rows[] = {
-        {"code page", 1252, 0, false, 1, false, 8, ERROR_INVALID_PARAMETER},
-        {"flags", 0, 8, false, 1, false, 8, ERROR_INVALID_FLAGS},
-        {"null source", 0, 0, true, 1, false, 8, ERROR_INVALID_PARAMETER},
-        {"length 0", 0, 0, false, 0, false, 8, ERROR_INVALID_PARAMETER},
-        {"length -2", 0, 0, false, -2, false, 8, ERROR_INVALID_PARAMETER},
-        {"negative capacity", 0, 0, false, 1, false, -1, ERROR_INVALID_PARAMETER},
-        {"capacity without buffer", 0, 0, false, 1, true, 8, ERROR_INVALID_PARAMETER},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        char narrow[8];
-        wchar_t wide[8];
+    for (const auto& [name, codePage, flags, hasSource, length, hasTarget, capacity, error] : rows) {
         SetLastError(0);
-        EXPECT_EQ(MultiByteToWideChar(row.codePage, row.flags, row.nullSource ? nullptr : "a", row.length,
-                                      row.nullTarget ? nullptr : wide, row.capacity),
+        EXPECT_EQ(MultiByteToWideChar(codePage, flags, hasSource ? "a" : nullptr, length,
+                                      hasTarget ? wide : nullptr, capacity),
                   0);
-        EXPECT_EQ(GetLastError(), row.error);
+        EXPECT_EQ(GetLastError(), error) << name;
         SetLastError(0);
-        EXPECT_EQ(WideCharToMultiByte(row.codePage, row.flags, row.nullSource ? nullptr : L"a", row.length,
-                                      row.nullTarget ? nullptr : narrow, row.capacity, nullptr, nullptr),
+        EXPECT_EQ(WideCharToMultiByte(codePage, flags, hasSource ? L"a" : nullptr, length,
+                                      hasTarget ? narrow : nullptr, capacity, nullptr, nullptr),
                   0);
-        EXPECT_EQ(GetLastError(), row.error);
+        EXPECT_EQ(GetLastError(), error) << name;
     }
 }
