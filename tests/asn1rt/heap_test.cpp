@@ -98,12 +98,13 @@ TEST_F(HeapTest, BlockIsUnlinkedFromItsOwnHeapWhateverTheHandle) {
 TEST_F(HeapTest, OnlyTheLastReferenceReleases) {
     rtMemHeapCreate(&heap, nullptr);
     rtMemHeapAddRef(&heap);
-    rtMemHeap* other = heap;
+    rtMemHeap* const made = heap;
     rtMemHeapRelease(&heap);
     EXPECT_EQ(memory.freed(), 0);
-    EXPECT_EQ(heap, other);
-    rtMemHeapRelease(&other);
+    EXPECT_EQ(heap, made);
+    rtMemHeapRelease(&heap);
     EXPECT_EQ(memory.freed(), 1);
+    EXPECT_EQ(heap, nullptr);
 }
 
 TEST_F(HeapTest, ContextOwnsOneHeapUnderTwoHandles) {
