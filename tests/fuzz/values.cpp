@@ -153,7 +153,7 @@ const ValueRow kValueRows[] = {
     {"PKIFailureInfo", value<FailureInfo>},
     {"PKIStatusInfo", value<StatusInfo>},
     {"PolicyInformation", value<CPolicyInformation>},
-    {"RevAnnContent", value<CRevAnnContent>},
+    {"RevAnnContent", value<CRevAnnContent, true>},
     {"Time", value<CTimeChoice>},
     {"CertID", value<CCertID>},
     {"CertIdWithSignature", value<CCertIdWithSignature>},
