@@ -458,10 +458,11 @@ int Decoder::resolveObject(const ObjectEntry& entry, Asn1TObject& object) {
     RecentAllocations allocations(mContext, mPassing.room);
     mPassing.tried += mDropping.resolved;
     object.decoded = newPart(entry.value->size > 0 ? entry.value->size : 1);  // a NULL has none
-    if (!object.decoded) return fail(RTS_NO_MEMORY);
     const auto buffer = mContext->buffer;
     const std::uint16_t flags = mContext->flags;
-    int status = xd_setp(mContext, object.data, static_cast<int>(object.numocts), nullptr, nullptr);
+    int status = RTS_NO_MEMORY;
+    if (object.decoded)
+        status = xd_setp(mContext, object.data, static_cast<int>(object.numocts), nullptr, nullptr);
     if (status == RTS_OK) {
         ++mLevel;
         status = decode(*entry.value, object.decoded, ASN1EXPL, 0, Place{});

@@ -79,7 +79,8 @@ class MIRVANE_API CResponseMessage {
     // Copies both, or with two null pointers removes them. Throws 0x80070057 if only one is null, with
     // nothing changed, as a failure of memory does. The type is not looked at before encode().
     void put_response(char const* type, CBlob const* response);
-    // The same without a copy of the octets. Throws 0x80070057 for a null type, with nothing changed.
+    // The same with octets that are moved in, not copied; the blob is empty afterwards. Throws 0x80070057 for
+    // a null type. On that and on a failure of memory nothing is changed, nor is the blob.
     void put_response(char const* type, CBlob&& response);
 
   private:

@@ -73,6 +73,21 @@ TEST(ResponseMessage, PutResponseTakesBothOrNeither) {
     EXPECT_EQ(text(message.encode()), "30 03 0A 01 02");
 }
 
+TEST(ResponseMessage, OctetsThatAreGivenAwayAreNotCopied) {
+    CResponseMessage message;
+    CBlob octets = blob("04 00");
+    unsigned char const* const place = octets.pbData();
+    EXPECT_EQ(thrownCode([&] { message.put_response(nullptr, std::move(octets)); }), kInvalidArgument);
+    EXPECT_EQ(octets.cbData(), 2u);
+    message.put_response("1.2.3", std::move(octets));
+    EXPECT_EQ(message.get_response()->pbData(), place);
+    EXPECT_EQ(octets.cbData(), 0u);
+    octets = blob("05 00");
+    message.put_response(message.get_responseType(), std::move(octets));
+    EXPECT_STREQ(message.get_responseType(), "1.2.3");
+    EXPECT_EQ(text(*message.get_response()), "05 00");
+}
+
 TEST(ResponseMessage, WhatDoesNotEncodeThrowsAndChangesNothing) {
     CResponseMessage message;
     const CBlob bytes = blob("01");
