@@ -11,6 +11,7 @@
 #include "asn1rt/canonical_sort.h"
 #include "asn1rt/char_string.h"
 #include "asn1rt/cursor.h"
+#include "asn1rt/growth.h"
 #include "asn1rt/open_type.h"
 #include "asn1rt/small_integer.h"
 #include "asn1rt/universal_tags.h"
@@ -49,7 +50,6 @@ class Encoder {
     int encodeObject(const Asn1TObject& object, const ObjectEntry* entry);
     int encodeInlineBits(const TypeDescriptor& type, const void* value, ASN1TagType tagging);
     int encodeInlineOctets(const TypeDescriptor& type, const void* value, ASN1TagType tagging);
-    void makeRoom();
     int tagged(ASN1TAG tag, Tagging tagging, const TypeDescriptor& type, const void* value,
                const Place& place, const ObjectEntry* entry);
     int withTag(ASN1TAG tag, int length, ASN1TagType tagging) {
@@ -242,16 +242,6 @@ int Encoder::encodeChoice(const TypeDescriptor& type, const void* record, ASN1Ta
     return type.outerTag == kNoTag ? length : withTag(type.outerTag, length, tagging);
 }
 
-// The buffer grows by a fixed step and moves all that is written each time, which takes a long list out of
-// linear time: before an element there is room in proportion to what is written. Where that fails, the step
-// may still do.
-void Encoder::makeRoom() {
-    const auto& buffer = mContext->buffer;
-    const std::uint32_t written = buffer.size - buffer.byteIndex;
-    if (!buffer.dynamic || written < 4 * XE_GROWTH_STEP || buffer.byteIndex >= written / 4) return;
-    xe_expandBuffer(mContext, written);
-}
-
 int Encoder::encodeList(const TypeDescriptor& type, const void* record, ASN1TagType tagging,
                         const ObjectEntry* entry) {
     const auto& list = member<_Asn1RTDList>(record, type.headOffset);
@@ -259,7 +249,7 @@ int Encoder::encodeList(const TypeDescriptor& type, const void* record, ASN1TagT
     std::int64_t total = 0;
     for (const _Asn1RTDListNode* node = list.tail; node; node = node->prev) {
         if (!node->data) return RTS_BAD_VALUE;
-        makeRoom();
+        asn1rt::growAhead(mContext);
         const int length = encode(*type.element, node->data, ASN1EXPL, Place{Place::Kind::Element}, entry);
         if (length < 0) return length;
         order.add(length);
@@ -278,7 +268,7 @@ int Encoder::encodeArray(const TypeDescriptor& type, const void* record, ASN1Tag
     std::int64_t total = 0;
     for (std::uint32_t i = count; i-- > 0;) {
         const void* element = static_cast<const char*>(elements) + std::size_t{i} * type.element->size;
-        makeRoom();
+        asn1rt::growAhead(mContext);
         const int length = encode(*type.element, element, ASN1EXPL, Place{Place::Kind::Element});
         if (length < 0) return length;
         order.add(length);

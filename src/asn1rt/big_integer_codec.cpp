@@ -7,6 +7,7 @@
 #include "asn1rt/ber_encode.h"
 #include "asn1rt/big_integer.h"
 #include "asn1rt/cursor.h"
+#include "asn1rt/growth.h"
 #include "asn1rt/text_digits.h"
 #include "asn1rt/universal_tags.h"
 
@@ -54,6 +55,7 @@ bool isNegative(const DigitGroups& groups) {
 }
 
 int prependOctet(ASN1CTXT* ctxt, unsigned octet) {
+    if (ctxt->buffer.byteIndex == 0) asn1rt::growAhead(ctxt);
     if (ctxt->buffer.byteIndex == 0) {
         if (int status = xe_expandBuffer(ctxt, 1); status != RTS_OK) return record(ctxt, status);
     }

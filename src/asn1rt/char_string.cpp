@@ -7,6 +7,7 @@
 #include "asn1rt/ber_decode.h"
 #include "asn1rt/ber_encode.h"
 #include "asn1rt/cursor.h"
+#include "asn1rt/growth.h"
 #include "asn1rt/universal_tags.h"
 
 namespace {
@@ -68,6 +69,7 @@ int encodeUnits(ASN1CTXT* ctxt, const String* value, ASN1TagType tagging, ASN1TA
     const std::uint64_t length = std::uint64_t{value->nchars} * sizeof(*value->data);
     if (length > kLargestLength) return RTS_BAD_LENGTH;
     for (std::uint32_t i = value->nchars; i-- > 0;) {
+        asn1rt::growAhead(ctxt);
         if (int written = writeUnit(ctxt, value->data[i]); written < 0) return written;
     }
     return withTag(ctxt, tag, static_cast<int>(length), tagging);

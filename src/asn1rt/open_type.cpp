@@ -6,6 +6,7 @@
 #include "asn1rt/ber_decode.h"
 #include "asn1rt/ber_encode.h"
 #include "asn1rt/cursor.h"
+#include "asn1rt/growth.h"
 #include "asn1rt/open_type_node.h"
 
 namespace {
@@ -116,6 +117,7 @@ int xe_OpenTypeExt(ASN1CTXT* ctxt, const _Asn1RTDList* list) {
     for (const _Asn1RTDListNode* node = list->tail; node; node = node->prev) {
         if (!node->data) continue;
         const auto* value = static_cast<const ASN1OpenType*>(node->data);
+        asn1rt::growAhead(ctxt);
         const int written = xe_OpenType(ctxt, value->data, value->numocts);
         if (written < 0) return record(ctxt, written);
         total += written;

@@ -4,7 +4,13 @@
 #include <string>
 #include <vector>
 
+#include "asn1rt/big_integer_codec.h"
+#include "asn1rt/char_string.h"
+#include "asn1rt/list.h"
+#include "asn1rt/open_type.h"
+#include "asn1rt/universal_tags.h"
 #include "runtime_test.h"
+#include "support/allocation.h"
 
 namespace {
 
@@ -152,6 +158,31 @@ TEST(EncodeBuffer, GrowthKeepsTheDistanceFromTheEnd) {
     const std::vector<unsigned char> large(100000, 0x55);
     EXPECT_EQ(xe_memcpy(ctxt, large.data(), 100000), 100000);
     EXPECT_EQ(xe_getp(ctxt)[100000], expected.back());
+}
+
+// With the fixed step alone these two megabytes would move 128 times.
+TEST(EncodeBuffer, ValuesWrittenInManyPiecesGrowItInProportion) {
+    constexpr std::uint32_t octets = 2 << 20;
+    const auto expectFewBlocks = [](const auto& write) {
+        Encoder encoder;
+        const test::CountedAllocations allocations;
+        EXPECT_GE(write(encoder), static_cast<int>(octets));
+        EXPECT_LE(allocations.made(), 12);
+    };
+    const std::string digits = "0x" + std::string(2 * octets, '5');
+    expectFewBlocks([&](ASN1CTXT* ctxt) { return xe_bigint(ctxt, digits.c_str(), ASN1EXPL); });
+
+    std::vector<std::uint16_t> units(octets / 2, 0x41);
+    const Asn116BitCharString text{octets / 2, units.data()};
+    expectFewBlocks([&](ASN1CTXT* ctxt) { return xe_16BitCharStr(ctxt, &text, ASN1EXPL, TAG_BMP_STRING); });
+
+    test::Octets null = test::octets("05 00");
+    std::vector<ASN1OpenType> elements(octets / 2, {2, null.data()});
+    test::LiveContext owner;
+    _Asn1RTDList list{};
+    for (ASN1OpenType& element : elements)
+        rtDListAppend(owner, &list, &element);
+    expectFewBlocks([&](ASN1CTXT* ctxt) { return xe_OpenTypeExt(ctxt, &list); });
 }
 
 TEST(EncodeBuffer, FreedBufferRefusesEveryWrite) {
