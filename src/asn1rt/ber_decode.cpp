@@ -220,7 +220,8 @@ int xd_octstr(ASN1CTXT* ctxt, const unsigned char** data, std::uint32_t* count, 
     if (string.contentLength < 0) return RTS_OK;
 
     int status = RTS_OK;
-    if (constructed || !(ctxt->flags & ASN1_NO_COPY)) {
+    // The indefinite form on a primitive has no content to point at: the copy refuses it.
+    if (constructed || length == ASN1_INDEFLEN || !(ctxt->flags & ASN1_NO_COPY)) {
         unsigned char* copy = nullptr;
         status = asn1rt::copyStringToHeap(ctxt, string, 0, &copy, count);
         if (!copy) return status;

@@ -184,7 +184,8 @@ int xd_bitstr(ASN1CTXT* ctxt, const unsigned char** data, std::uint32_t* numbits
     int status = RTS_OK;
     if (string.contentLength < 2) {
         status = readNoBits(ctxt, string.contentLength);
-    } else if (constructed || !(ctxt->flags & ASN1_NO_COPY)) {
+    } else if (constructed || length == ASN1_INDEFLEN || !(ctxt->flags & ASN1_NO_COPY)) {
+        // The indefinite form on a primitive has no content to point at: the copy refuses it.
         status = copyToHeap(ctxt, string, data, numbits);
     } else {
         status = pointIntoMessage(ctxt, string, data, numbits);

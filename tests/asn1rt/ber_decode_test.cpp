@@ -215,6 +215,12 @@ TEST(DecodeOctetString, NoCopyPointsIntoTheMessage) {
     data = cut.data();
     EXPECT_EQ(xd_octstr(cut, &data, &count, ASN1IMPL, -7), RTS_OK) << "a negative length is nothing";
     EXPECT_EQ(data, nullptr);
+
+    for (const unsigned flags : {0u, unsigned{ASN1_NO_COPY}}) {
+        Decoder indefinite("04 01 41 00 00", flags);
+        EXPECT_EQ(xd_octstr(indefinite, &data, &count, ASN1IMPL, ASN1_INDEFLEN), RTS_BAD_LENGTH)
+            << "a primitive has no indefinite form";
+    }
 }
 
 TEST(DecodeIdentifier, Table) {

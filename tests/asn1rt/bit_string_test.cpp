@@ -108,11 +108,13 @@ TEST(DecodedBits, LengthsBeyondTheMessageTakeNoMoreMemoryThanTheMessage) {
 }
 
 TEST(DecodedBits, ImplicitIndefiniteOnPrimitiveFormStaysInItsMemory) {
-    Decoder decoder("03 02 00 41 03 02 00 42 00 00");
-    const unsigned char* data = nullptr;
-    std::uint32_t numbits = 0;
-    EXPECT_EQ(xd_bitstr(decoder, &data, &numbits, ASN1IMPL, ASN1_INDEFLEN), RTS_BUFFER_TOO_SMALL);
-    EXPECT_EQ(numbits, 0u);
+    for (const unsigned flags : {0u, unsigned{ASN1_NO_COPY}}) {
+        Decoder decoder("03 02 00 41 03 02 00 42 00 00", flags);
+        const unsigned char* data = nullptr;
+        std::uint32_t numbits = 0;
+        EXPECT_EQ(xd_bitstr(decoder, &data, &numbits, ASN1IMPL, ASN1_INDEFLEN), RTS_BUFFER_TOO_SMALL);
+        EXPECT_EQ(numbits, 0u);
+    }
 }
 
 struct CapacityRow {
