@@ -45,14 +45,24 @@ ASN1::CBigInteger serialNumberOf(char const* text) {
     return serialNumber;
 }
 
+// What the codec refuses is meant to throw the platform's last code, whatever that tells of.
+void decodeOrRaiseLastError(asn1data::ASN1C_Certificate& control, ASN1BERDecodeBuffer& buffer) {
+    bool isRefused = false;
+    try {
+        isRefused = control.DecodeFrom(buffer) < 0;
+    } catch (ASN1RTLException const&) {  // the outermost header
+        isRefused = true;
+    }
+    if (isRefused) failure::raiseLastError();
+}
+
 // Read with this library's codec: the platform does not show it.
 CBlob signatureOf(CBlob const& certificate) {
     return ASN1::road::run([&] {
         ASN1BERDecodeBuffer buffer(certificate.pbData(), ASN1::road::messageLength(certificate));
         asn1data::ASN1T_Certificate record;
         asn1data::ASN1C_Certificate control(buffer, record);
-        // Meant to be the platform's last code, whatever that tells of.
-        if (control.DecodeFrom(buffer) < 0) failure::raiseLastError();
+        decodeOrRaiseLastError(control, buffer);
         CBlob signature;
         ASN1::ASN1TDynBitStr_traits::get(record.signature, signature);
         return signature;

@@ -243,13 +243,19 @@ TEST(CertIdWithSignature, WhatCannotBeMadeThrowsThePlatformsCode) {
 }
 
 TEST(CertIdWithSignature, CertificateThatOnlyThePlatformReadsThrowsTheCodeThatStands) {
-    MadeCertificate made;
-    made.subject = madeName("DE", 0x0C, "55 04 06");  // countryName is a PrintableString
-    const CBlob certificate = made.encoded();
-    SetLastError(0x2A);
-    EXPECT_EQ(thrownCode([&] { CCertIdWithSignature{certificate}; }), 0x8007002A);
-    SetLastError(0);
-    EXPECT_THROW(CCertIdWithSignature{certificate}, ATL::CAtlException);
+    MadeCertificate badCountry;
+    badCountry.subject = madeName("DE", 0x0C, "55 04 06");  // countryName is a PrintableString
+    // A length of five octets, around the whole.
+    test::Octets longHeader = test::octets("30 85 00 00 00 00");
+    const CBlob plain = MadeCertificate().encoded();
+    ASSERT_EQ(plain.pbData()[1], 0x81);
+    longHeader.insert(longHeader.end(), plain.pbData() + 2, plain.pbData() + plain.cbData());
+    for (CBlob const& certificate : {badCountry.encoded(), test::blobFrom(longHeader)}) {
+        SetLastError(0x2A);
+        EXPECT_EQ(thrownCode([&] { CCertIdWithSignature{certificate}; }), 0x8007002A);
+        SetLastError(0);
+        EXPECT_THROW(CCertIdWithSignature{certificate}, ATL::CAtlException);
+    }
 }
 
 TEST(CertIdWithSignature, FieldsStandInTheEncodingAsTheyAre) {
