@@ -1,6 +1,7 @@
 #include "asn1data/constraint.h"
 
 #include <climits>
+#include <cstdio>
 #include <cstring>
 
 #include "asn1data/record_access.h"
@@ -76,30 +77,32 @@ bool meetsConstraint(const TypeDescriptor& type, const void* value) {
     return size >= 0 && isWithinBounds(type, static_cast<std::uint64_t>(size));
 }
 
-std::string constraintText(const TypeDescriptor& type, const Place& place) {
-    const char* count = countName(type.kind);
+ConstraintText constraintText(const TypeDescriptor& type, const Place& place) {
+    const char* const count = countName(type.kind);
+    ConstraintText text{};
+    const auto compose = [&](const char* path, const char* name, const char* separator) {
+        std::snprintf(text.data(), text.size(), "%s%s%s%s", path, name, count ? separator : "",
+                      count ? count : "");
+        return text;
+    };
     // Lists and arrays are types of their own wherever they stand.
-    if (type.kind == Kind::List || type.kind == Kind::Array) return std::string("pvalue->") + count;
-    std::string path;
-    switch (place.kind) {
-        case Place::Kind::Alone:
-            return count ? std::string("pvalue->") + count : "*pvalue";
+    const bool isOwnType = type.kind == Kind::List || type.kind == Kind::Array;
+    switch (isOwnType ? Place::Kind::Alone : place.kind) {
         case Place::Kind::Field:
-            path = std::string("pvalue->") + place.name;
-            break;
+            return compose("pvalue->", place.name, ".");
         case Place::Kind::Alternative:
-            path = std::string("pvalue->u.") + place.name;
-            break;
+            return compose("pvalue->u.", place.name, ".");
         case Place::Kind::Element:
-            path = "pvalue->elem[xx1]";
+            return compose("pvalue->elem[xx1]", "", ".");
+        case Place::Kind::Alone:
             break;
     }
-    return count ? path + "." + count : path;
+    return count ? compose("pvalue", "", "->") : compose("*pvalue", "", "");
 }
 
 int recordConstraint(ASN1CTXT* ctxt, const TypeDescriptor& type, const void* value, const Place& place) {
     const std::int64_t size = measure(type, value);
-    rtErrAddStrParm(&ctxt->errInfo, constraintText(type, place).c_str());
+    rtErrAddStrParm(&ctxt->errInfo, constraintText(type, place).data());
     rtErrAddIntParm(&ctxt->errInfo, size > INT_MAX ? INT_MAX : static_cast<int>(size));
     return asn1rt::record(ctxt, RTS_CONSTRAINT);
 }

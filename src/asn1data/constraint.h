@@ -2,7 +2,8 @@
 #ifndef MIRVANE_ASN1DATA_CONSTRAINT_H
 #define MIRVANE_ASN1DATA_CONSTRAINT_H
 
-#include <string>
+#include <array>
+#include <cstdint>
 
 #include "asn1data/descriptor.h"
 
@@ -31,8 +32,9 @@ inline bool isEnumerator(const TypeDescriptor& type, std::uint32_t number) {
 bool meetsConstraint(const TypeDescriptor& type, const void* value);
 
 // The text that names the value of a failed constraint: "pvalue->count", "pvalue->u.bmpString.nchars",
-// "*pvalue".
-std::string constraintText(const TypeDescriptor& type, const Place& place);
+// "*pvalue". It needs no memory, which may have run out; one that does not fit is cut.
+using ConstraintText = std::array<char, 128>;
+ConstraintText constraintText(const TypeDescriptor& type, const Place& place);
 
 // Hands text and value of a failed constraint to the error record. Returns RTS_CONSTRAINT, recorded.
 int recordConstraint(ASN1CTXT* ctxt, const TypeDescriptor& type, const void* value, const Place& place);

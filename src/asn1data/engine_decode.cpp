@@ -395,9 +395,12 @@ int Decoder::decodeList(const TypeDescriptor& type, void* record, const Content&
         void* element = node + 1;
         RecentAllocations ofElement(mContext, mPassing.room);
         mPassing.taken += !keeps;
+        const std::uint32_t start = mContext->buffer.byteIndex;
         const int status = decode(*type.element, element, ASN1EXPL, 0, Place{Place::Kind::Element});
         mPassing.taken -= !keeps;
         if (status != RTS_OK) return status;
+        // An open type lets a cut element pass as nothing, which must not be met for ever.
+        if (mContext->buffer.byteIndex == start) return fail(RTS_END_OF_BUFFER);
         if (keeps) {
             rtDListAppendNode(mContext, &list, element);
         } else {

@@ -204,19 +204,19 @@ TEST(ConstraintText, NamesWhatWasMeasured) {
     const auto& initializationVector = test::typeNamed("Gost28147_89_IV");
     const auto& serial = test::typeNamed("CPSuri");
     const auto& bmp = test::typeNamed("_commonName_Type");
-    EXPECT_EQ(constraintText(extensions, {}), "pvalue->count");
-    EXPECT_EQ(constraintText(extensions, {Place::Kind::Field, "crlExtensions"}), "pvalue->count");
-    EXPECT_EQ(constraintText(unitNames, {}), "pvalue->n");
-    EXPECT_EQ(constraintText(initializationVector, {}), "pvalue->numocts");
-    EXPECT_EQ(constraintText(serial, {}), "*pvalue");
-    EXPECT_EQ(constraintText(serial, {Place::Kind::Field, "surname"}), "pvalue->surname");
-    EXPECT_EQ(constraintText(serial, {Place::Kind::Element}), "pvalue->elem[xx1]");
+    EXPECT_STREQ(constraintText(extensions, {}).data(), "pvalue->count");
+    EXPECT_STREQ(constraintText(extensions, {Place::Kind::Field, "crlExtensions"}).data(), "pvalue->count");
+    EXPECT_STREQ(constraintText(unitNames, {}).data(), "pvalue->n");
+    EXPECT_STREQ(constraintText(initializationVector, {}).data(), "pvalue->numocts");
+    EXPECT_STREQ(constraintText(serial, {}).data(), "*pvalue");
+    EXPECT_STREQ(constraintText(serial, {Place::Kind::Field, "surname"}).data(), "pvalue->surname");
+    EXPECT_STREQ(constraintText(serial, {Place::Kind::Element}).data(), "pvalue->elem[xx1]");
     for (std::uint32_t i = 0; i < bmp.fieldCount; ++i) {
         const std::string name = bmp.fields[i].name;
         const std::string expected =
             "pvalue->u." + name + (name == "bmpString" || name == "universalString" ? ".nchars" : "");
-        EXPECT_EQ(constraintText(*bmp.fields[i].type, {Place::Kind::Alternative, bmp.fields[i].name}),
-                  expected);
+        const Place place{Place::Kind::Alternative, bmp.fields[i].name};
+        EXPECT_EQ(constraintText(*bmp.fields[i].type, place).data(), expected);
     }
 }
 
@@ -226,6 +226,13 @@ TEST(OpenTypes, OfNoOctetsAreAnEmptyElement) {
     EXPECT_EQ(asn1data::decode(decoder, test::typeNamed("CertificateList"), &element, ASN1EXPL, 0), RTS_OK);
     EXPECT_EQ(element.numocts, 0u);
     EXPECT_EQ(element.data, nullptr);
+}
+
+TEST(OpenTypes, AListOfThemEndsWhereTheMessageDoes) {
+    test::Decoder decoder("04 00 00 00", ASN1_INDEF_MESSAGE | ASN1_END_REACHED);
+    asn1data::ASN1T_AttributeRaw_valuesRaw values{};
+    EXPECT_EQ(asn1data::asn1D_AttributeRaw_valuesRaw(decoder, &values, ASN1IMPL, ASN1_INDEFLEN),
+              RTS_END_OF_BUFFER);
 }
 
 }  // namespace
