@@ -37,8 +37,8 @@ class MIRVANE_API CTimeChoice {
     // The date, never null. It is valid until the object changes or dies.
     CDateTime const* get_time() const;
     // Takes the date, as generalTime if its year is above 2049 and else as utcTime, for years before 1950
-    // too, which is meant: they are read back a century later. Throws the last error for a date outside the
-    // calendar.
+    // too, which is meant: only their last two digits are written, which are read back as of 1950 to 2049.
+    // Throws the last error for a date outside the calendar.
     void put_time(CDateTime const& date);
 
     // The DER form, in whole seconds: a fraction is dropped. Throws 0x80093101 for a year above 9999.

@@ -375,6 +375,7 @@ int ASN1CTime::storeText(std::string_view text) {
 int ASN1CTime::takeLocalTime(std::time_t seconds, bool withOffset) {
     std::tm local = {};
     std::tm utc = {};
+    tzset();  // the zone may have changed since; localtime_r need not look
     if (!localtime_r(&seconds, &local) || local.tm_year < -1900 || local.tm_year > 9999 - 1900)
         return fail(RTS_BAD_DATETIME);
     asn1rt::TimeFields fields{local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,

@@ -61,7 +61,8 @@ class ASN1CTime : public ASN1CType {
     virtual int setSecond(int second);
     virtual int setFraction(int fraction);  // any; written if above 0
     // All fields from the system's local time at `seconds` since 1970; with `withOffset` the offset of that
-    // local time too. RTS_BAD_DATETIME for a year outside 0 to 9999, or what compileString gives.
+    // local time too. Calls tzset(). RTS_BAD_DATETIME for a year outside 0 to 9999, or what compileString
+    // gives.
     virtual int setTime(std::time_t seconds, bool withOffset) = 0;
     virtual int setDiffHour(int hours);  // -12 to 12; the minutes take its sign
     // -12 to 12 and below 60 either way; the minutes take the sign of the hours unless these are 0.

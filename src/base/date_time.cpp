@@ -49,8 +49,8 @@ _SYSTEMTIME toSystemTime(std::tm const& fields) {
 std::uint64_t presentOffset() {
     const std::time_t now = std::time(nullptr);
     std::tm local{};
+    tzset();  // localtime_r need not look whether the zone has changed
     localtime_r(&now, &local);
-    tzset();
     const long seconds = ::timezone - (local.tm_isdst > 0 ? 3600 : 0);
     return static_cast<std::uint64_t>(seconds) * ticks::perSecond;
 }

@@ -46,9 +46,6 @@ std::string allDigits(std::uint64_t count) {
 constexpr std::array<unsigned int, 12> maxDaysNonLeap = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
 constexpr std::array<unsigned int, 12> maxDaysLeap = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
 
-constexpr std::int64_t firstYear = 1601;
-constexpr std::int64_t lastYear = 30827;
-
 unsigned int daysOfMonth(std::int64_t year, std::int64_t month) {
     const bool isLeap = std::chrono::year(static_cast<int>(year)).is_leap();
     return (isLeap ? maxDaysLeap : maxDaysNonLeap)[static_cast<std::size_t>(month - 1)];
@@ -65,8 +62,8 @@ CDateTime DateAddMonth(std::int64_t months, CDateTime const& date) {
         month -= 12;
         ++year;
     }
-    // A year that 16 bits would wrap is refused like one that the calendar does not have.
-    if (year < firstYear || year > lastYear) failure::raise(failure::invalidArgument);
+    // A year that the fields of a date would wrap is refused like one that the calendar does not have.
+    if (year < 0 || year > UINT16_MAX) failure::raise(failure::invalidArgument);
     const unsigned int day = std::min<unsigned int>(fields.wDay, daysOfMonth(year, month));
     return {static_cast<unsigned int>(year),
             static_cast<unsigned int>(month),

@@ -105,7 +105,7 @@ MIRVANE_API CDateTimeSpan operator-(CDateTime const& left, CDateTime const& righ
 //
 // Months and years follow the calendar and keep the time of day, cut to microseconds; a day that the new
 // month does not have becomes its last. Throws 0x80070057 for another character, a null text or a new year
-// outside 1601 to 30827, the last error for a date outside the calendar, 0x80004005 for a result before 1601.
+// outside 0 to 65535, the last error for a date outside the calendar, 0x80004005 for a result before 1601.
 MIRVANE_API CDateTime DateAddA(char const* interval, int number, CDateTime const& date);
 MIRVANE_API CDateTime DateAddW(wchar_t const* interval, int number, CDateTime const& date);
 

@@ -55,13 +55,12 @@ inline std::string generalizedText(std::time_t point) {
     return std::string(15 - text.size(), '0') + text;
 }
 
-// The process's time zone, for as long as the object lives.
+// The process's time zone, for as long as the object lives. Whoever reads local time has to look at it.
 class TimeZone {
   public:
     explicit TimeZone(const char* rule)
         : mHadOne(std::getenv("TZ") != nullptr), mFormer(mHadOne ? std::getenv("TZ") : "") {
         setenv("TZ", rule, 1);
-        tzset();
     }
     ~TimeZone() {
         if (mHadOne) {
@@ -69,7 +68,6 @@ class TimeZone {
         } else {
             unsetenv("TZ");
         }
-        tzset();
     }
     TimeZone(const TimeZone&) = delete;
     TimeZone& operator=(const TimeZone&) = delete;
