@@ -57,8 +57,8 @@ class Decoder {
     int decodeSet(const TypeDescriptor& type, void* record, const Content& content);
     int decodeChoice(const TypeDescriptor& type, void* record, ASN1TagType tagging);
     int decodeList(const TypeDescriptor& type, void* record, const Content& content);
-    bool keepsElements(const TypeDescriptor& list) const;
-    void drop(const TypeDescriptor& list, const void* element);
+    bool isTaken(const void* list) const;
+    bool keepsElements(const TypeDescriptor& type, const void* list) const;
     int decodeArray(const TypeDescriptor& type, void* record, const Content& content);
     int decodeElements(const TypeDescriptor& type, void* elements, std::uint32_t slots,
                        const Content& content, std::uint32_t* count);
@@ -381,7 +381,7 @@ int Decoder::decodeList(const TypeDescriptor& type, void* record, const Content&
     rtDListInit(&list);
     const std::uint32_t most = type.hasBounds && type.upperBound < INT32_MAX ? type.upperBound : INT32_MAX;
     const std::uint64_t size = sizeof(_Asn1RTDListNode) + std::uint64_t{type.element->size};
-    const bool keeps = keepsElements(type);
+    const bool keeps = keepsElements(type, record);
     RecentAllocations all(mContext, mPassing.room);
     _Asn1RTDListNode* node = nullptr;
     while (!hasEnded(content)) {
@@ -404,7 +404,7 @@ int Decoder::decodeList(const TypeDescriptor& type, void* record, const Content&
         if (keeps) {
             rtDListAppendNode(mContext, &list, element);
         } else {
-            drop(type, element);
+            if (isTaken(record)) mDropping.taker->take(mDropping.taker->taker, element);
             ofElement.release();
             ++list.count;
         }
@@ -413,15 +413,14 @@ int Decoder::decodeList(const TypeDescriptor& type, void* record, const Content&
     return RTS_OK;
 }
 
-// A table looks at the elements of its list once more behind the list.
-bool Decoder::keepsElements(const TypeDescriptor& list) const {
-    if (list.element->kind == Kind::TableOpenType) return true;
-    return mPassing.tried == 0 && !(mDropping.taker && &mDropping.taker->list == &list);
+bool Decoder::isTaken(const void* list) const {
+    return mPassing.tried == 0 && mDropping.taker && mDropping.taker->list == list;
 }
 
-void Decoder::drop(const TypeDescriptor& list, const void* element) {
-    const ElementTaker* taker = mDropping.taker;
-    if (mPassing.tried == 0 && taker && &taker->list == &list) taker->take(taker->taker, element);
+// A table looks at the elements of its list once more behind the list.
+bool Decoder::keepsElements(const TypeDescriptor& type, const void* list) const {
+    if (type.element->kind == Kind::TableOpenType) return true;
+    return mPassing.tried == 0 && !isTaken(list);
 }
 
 int Decoder::decodeArray(const TypeDescriptor& type, void* record, const Content& content) {

@@ -8,15 +8,15 @@
 
 namespace asn1data {
 
-// Takes the elements of all lists of one type, in their order. An element and what it points at live for the
-// call only. `take` must not throw.
+// Takes the elements of one list of the value, in their order: not those of a list of the same type in a
+// message within the message. An element and what it points at live for the call only. `take` must not throw.
 struct ElementTaker {
-    const TypeDescriptor& list;
+    const void* list;  // its record
     void (*take)(void* taker, const void* element);
     void* taker;
 };
 
-// The lists whose elements were taken have their count in the record, and no nodes.
+// The list whose elements were taken has its count in the record, and no nodes.
 int decodeElementwise(ASN1CTXT* ctxt, const TypeDescriptor& type, void* value, const ElementTaker& taker);
 
 // Values that a table resolves are tried, so that a bad one is refused, and not kept: their `decoded` is

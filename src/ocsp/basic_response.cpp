@@ -25,7 +25,9 @@ using RecordTraits = ASN1::RecordTraits<asn1data::ASN1T_BasicOCSPResponse, asn1d
 // A failure waits: a message that does not decode is told first, and so is what stands in front.
 class EntryReader {
   public:
-    asn1data::ElementTaker taker() { return {asn1data::types::_SeqOfSingleResponse, take, this}; }
+    asn1data::ElementTaker takerOf(asn1data::ASN1T_BasicOCSPResponse const& record) {
+        return {&record.tbsResponseData.responses, take, this};
+    }
 
     // Gives the entries that were read out, and then throws what stopped the reading.
     void moveTo(CSingleResponseList& responses) {
@@ -200,7 +202,7 @@ void CBasicResponse::decode(CBlob const& blob) {
             buffer.init();
             rtCtxtSetFlag(buffer.getCtxtPtr(), ASN1_NO_COPY);
             return asn1data::decodeElementwise(buffer.getCtxtPtr(), asn1data::types::BasicOCSPResponse,
-                                               &record, entries.taker());
+                                               &record, entries.takerOf(record));
         },
         [&](asn1data::ASN1T_BasicOCSPResponse const& record) {
             // Octets of an earlier response must not stay beside a new signature if reading fails.
