@@ -13,8 +13,8 @@
 // A road builds its buffers and contexts on the stack, so calls share nothing and nothing outlives them but
 // the result. All failures are ATL::CAtlException: 0x80093101 for whatever status the runtime gave, and what
 // `set` and `get` throw. Memory that a context does not have is thus 0x80093106 where a record is filled,
-// copied or put in order, and 0x80093101 where the codec has a status for it; std::bad_alloc comes from
-// operator new alone.
+// copied or put in order, and 0x80093101 where the codec has a status for it, or where a traits struct says
+// so; std::bad_alloc comes from operator new alone.
 #ifndef MIRVANE_ASN1_BRIDGE_H
 #define MIRVANE_ASN1_BRIDGE_H
 

@@ -1,8 +1,6 @@
 // CSignerInfo, what a signed CMS message tells of one signer (SignerInfo of RFC 5652, 5.3), without the
-// attributes. It is made from a record of the message, and is not encoded:
-//
-//   CSignerInfo signer;
-//   ASN1T_SignerInfo_get(signer, record);  // asn1/signer_info_traits.h
+// attributes. The library makes it from a record of the message (asn1/signer_info_traits.h, which is not
+// installed), and does not encode it.
 //
 // Distinct objects may be used from distinct threads; one object belongs to one thread while it is changed.
 // What a getter returns is valid until the object changes or dies.

@@ -41,7 +41,8 @@ class MIRVANE_API CTimeChoice {
     // Throws the last error for a date outside the calendar.
     void put_time(CDateTime const& date);
 
-    // The DER form, in whole seconds: a fraction is dropped. Throws 0x80093101 for a year above 9999.
+    // The DER form, in whole seconds: a fraction is dropped. Throws 0x80093101 for a year above 9999, and for
+    // memory that an ASN.1 context does not have.
     CBlob encode() const;
     // Reads either form, and takes the date as put_time does: a GeneralizedTime of 2020 is then utcTime and
     // would be written as such, which is meant. An offset in the text is dropped. Throws 0x80093101 for what

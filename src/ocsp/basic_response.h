@@ -135,8 +135,8 @@ class MIRVANE_API CBasicResponse {
     std::unique_ptr<Impl> impl_;  // null when cleared
 };
 
-// The tie between a whole encoded response and its record, for a type that has one as a field; in the form
-// that asn1/bridge.h tells.
+// The tie between a whole encoded response and its record, for a type that has one as a field; for the
+// library's own code: records are not installed.
 struct MIRVANE_API ASN1T_BasicOCSPResponse_traits {
     using ASN1_T = asn1data::ASN1T_BasicOCSPResponse;
 

@@ -60,7 +60,7 @@ class MIRVANE_API CCertID {
     //
     // Throws the last-error code: of the platform for what is no certificate (0x80093102 for no bytes,
     // 0x80093103, 0x80093202), that of `issuerCertificate` first; 0x80090008 for an algorithm that is no hash
-    // which the platform knows; else what MakeHash throws. 0x80070057 for certificates above 0x7FFFFFFF
+    // which the platform knows; that of the provider that does not hash. 0x80070057 for certificates above 0x7FFFFFFF
     // bytes.
     CCertID(ASN1::CAlgorithmIdentifierEx const& hashAlgorithm, CBlob const& certificate,
             CBlob const& issuerCertificate);
@@ -155,9 +155,9 @@ class MIRVANE_API CCertIdWithSignature {
 MIRVANE_API bool operator==(CCertIdWithSignature const& left, CCertIdWithSignature const& right);
 MIRVANE_API bool operator!=(CCertIdWithSignature const& left, CCertIdWithSignature const& right);
 
-// The ties between the values and their records, in the form that asn1/bridge.h tells. `set` throws
-// 0x80093101 for an algorithm that does not parse, 0x80093106 for memory that the context does not have; so
-// does `copy`. `get` throws 0x80093101 for a serial number that is none.
+// The ties between the values and their records, for the library's own code: records are not installed. `set`
+// throws 0x80093101 for an algorithm that does not parse, 0x80093106 for memory that the context does not
+// have; so does `copy`. `get` throws 0x80093101 for a serial number that is none.
 struct MIRVANE_API ASN1T_CertID_traits {
     using ASN1_T = asn1data::ASN1T_CertID;
 

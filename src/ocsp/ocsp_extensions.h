@@ -2,7 +2,9 @@
 // is a CExtValue with a fixed identifier and, where the value is known, a member that holds what the blob
 // encodes. They go into a CExtension as they are, and are made again from the blob that comes back:
 //
-//   request.insert(ASN1::CExtension(CExtNonce(random), false));
+//   CBlob nonce(octetStringHeader, 2);  // 04 20, the OCTET STRING of RFC 9654 around 32 octets
+//   nonce += random;
+//   request.insert(ASN1::CExtension(CExtNonce(nonce), false));
 //
 //   auto const found = received.find("1.3.6.1.5.5.7.48.1.6");
 //   if (found != received.end()) {
@@ -129,7 +131,7 @@ class MIRVANE_API CExtRevocationAnnouncementReference : public ASN1::CExtValue {
     explicit CExtRevocationAnnouncementReference(CBlob const& value);
 };
 
-// The tie between a list of response types and its record, in the form that asn1/bridge.h tells.
+// The tie between a list of response types and its record, for the library's own code: records are not installed.
 struct MIRVANE_API ASN1T_AcceptableResponses_traits {
     using ASN1_T = asn1data::ASN1T_AcceptableResponses;
 

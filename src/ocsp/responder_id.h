@@ -66,7 +66,7 @@ class MIRVANE_API CResponderID {
     CBlob value_;
 };
 
-// The tie between the identifier and its record, in the form that asn1/bridge.h tells.
+// The tie between the identifier and its record, for the library's own code: records are not installed.
 struct MIRVANE_API ASN1T_ResponderID_traits {
     using ASN1_T = asn1data::ASN1T_ResponderID;
 

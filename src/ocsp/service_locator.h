@@ -71,7 +71,7 @@ class MIRVANE_API CExtServiceLocator : public ASN1::CExtValue {
     std::unique_ptr<CExtServiceLocatorImpl> impl_;  // null when moved from
 };
 
-// The tie between the extension and its record, in the form that asn1/bridge.h tells.
+// The tie between the extension and its record, for the library's own code: records are not installed.
 struct MIRVANE_API ASN1T_ServiceLocator_traits {
     using ASN1_T = asn1data::ASN1T_ServiceLocator;
 
