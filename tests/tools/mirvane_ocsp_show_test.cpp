@@ -100,10 +100,27 @@ TEST(Show, SaysThatAnExtensionOfAKnownTypeDoesNotDecode) {
 }
 
 TEST(CommandLine, WrongUsageIsTwoAndHelpIsSuccess) {
-    for (const char* arguments : {"", " show", " show --nonsense x", " nonsense"}) {
-        const Outcome outcome = test::run(std::string(MIRVANE_OCSP_TOOL) + arguments);
-        EXPECT_EQ(outcome.status, 2) << arguments;
-        EXPECT_EQ(lines(outcome.errors), 1u) << outcome.errors;
+    const struct {
+        const char* arguments;
+        const char* problem;
+    } rows[] = {
+        {"", "A subcommand is required (see mirvane-ocsp --help)"},
+        {" show", "FILE is required (see mirvane-ocsp show --help)"},
+        {" show --nonsense x", "unexpected argument --nonsense (see mirvane-ocsp show --help)"},
+        {" verify --isuer x", "unexpected argument --isuer (see mirvane-ocsp verify --help)"},
+        {" requst --issuer x", "there is no command requst (see mirvane-ocsp --help)"},
+        {" show --max-size -1 x",
+         "--max-size: -1 is no size; give octets, 64k, 16m or 1g (see mirvane-ocsp show --help)"},
+        {" show --max-size 18446744073709551616 x",
+         "--max-size: 18446744073709551616 is no size; give octets, 64k, 16m or 1g (see mirvane-ocsp show "
+         "--help)"},
+        {" show --max-size 16e x",
+         "--max-size: 16e is no size; give octets, 64k, 16m or 1g (see mirvane-ocsp show --help)"},
+    };
+    for (const auto& row : rows) {
+        const Outcome outcome = test::run(std::string(MIRVANE_OCSP_TOOL) + row.arguments);
+        EXPECT_EQ(outcome.status, 2) << row.arguments;
+        EXPECT_EQ(outcome.errors, std::string("mirvane-ocsp: ") + row.problem + "\n");
         EXPECT_EQ(outcome.output, "");
     }
     for (const char* arguments : {" --help", " show --help", " --version", " show --version"}) {
