@@ -118,10 +118,20 @@ TEST(Asn1Recode, GivesDerForOtherForms) {
               "\x30\x03\x01\x01\xFF");
 }
 
-TEST(Asn1Recode, TakesPem) {
-    const std::string pem = "-----BEGIN X-----\nMAMBAf8=\n-----END X-----\n";
-    EXPECT_EQ(runOn(Octets(pem.begin(), pem.end()), "recode BasicConstraintsSyntax message").output,
-              "\x30\x03\x01\x01\xFF");
+TEST(Asn1CommandLine, TakesTheFirstBlockOfPemAndTellsOfOthers) {
+    const std::string block = "text\n-----BEGIN X-----\nMAMBAf8=\n-----END X-----\n";
+    const struct {
+        std::string pem;
+        const char* errors;
+    } rows[] = {{block, ""},
+                {block + block + block, "mirvane-asn1: message: 2 more PEM blocks are left out\n"}};
+    for (const auto& row : rows) {
+        const Octets message(row.pem.begin(), row.pem.end());
+        const Outcome recoded = runOn(message, "recode BasicConstraintsSyntax message");
+        EXPECT_EQ(recoded.output, "\x30\x03\x01\x01\xFF");
+        EXPECT_EQ(recoded.errors, row.errors);
+        EXPECT_EQ(runOn(message, "print BasicConstraintsSyntax message").errors, row.errors);
+    }
 }
 
 TEST(Asn1Recode, TellsStatusAndByteOfAFailure) {

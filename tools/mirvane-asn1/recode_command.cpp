@@ -29,8 +29,10 @@ void write(const tools::Octets& octets, const std::string& path) {
 void recode(const CLI::App& app, const RecodeOptions& options) {
     const auto& type = tools::requireType(options.type);
     const std::string source = tools::sourceName(options.file);
-    const tools::Message message(type, tools::readInput(options.file), source);
+    const tools::Octets file = tools::readFile(options.file);
+    const tools::Message message(type, tools::withoutPem(file, source), source);
     write(message.encoded(), options.output);
+    tools::tellFurtherBlocks(app, file, source);
     if (message.trailing() > 0) {
         tools::complain(
             app, fmt::format("{}: {} octets behind the message are left out", source, message.trailing()));

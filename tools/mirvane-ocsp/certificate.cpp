@@ -38,8 +38,6 @@ struct KeyContextFree {
     void operator()(EVP_PKEY_CTX* context) const { EVP_PKEY_CTX_free(context); }
 };
 
-constexpr std::string_view kPemMark = "-----BEGIN ";
-
 // What one of OpenSSL's i2d functions writes.
 template <typename Write, typename Object>
 CBlob written(Write write, Object const* object) {
@@ -219,11 +217,8 @@ std::vector<Certificate> readCertificates(std::string const& path) {
     constexpr std::size_t kMostOctets = 16u << 20;
     const std::string source = sourceName(path);
     const Octets octets = readFile(path, kMostOctets);
-    const bool isPem =
-        octets.front() != kSequence &&
-        std::search(octets.begin(), octets.end(), kPemMark.begin(), kPemMark.end()) != octets.end();
     std::vector<Certificate> result =
-        isPem ? certificatesOfPem(octets, source) : certificatesOfDer(octets, source);
+        isPem(octets) ? certificatesOfPem(octets, source) : certificatesOfDer(octets, source);
     if (result.empty()) throw InputError(source, "holds no certificate");
     return result;
 }

@@ -47,8 +47,10 @@ struct RequestOptions {
 CReqCert subjectOf(RequestOptions const& options, Certificate const& certificate, Certificate const& issuer,
                    CAlgorithmIdentifierEx const& hash) {
     if (!issuer.namesItselfIssuerOf(certificate)) {
-        throw InputError(certificate.source(), "names another issuer than " + issuer.source() + ": " +
-                                                   tools::nameText(certificate.issuer()));
+        throw InputError(certificate.source(),
+                         fmt::format("the certificate of {} names another issuer than {}: {}",
+                                     tools::nameText(certificate.subject()), issuer.source(),
+                                     tools::nameText(certificate.issuer())));
     }
     if (options.form != "certid") tools::demandEncodable(certificate);
     if (options.form == "full") return CReqCert(CReqCert::certificate, certificate.octets());
@@ -64,8 +66,8 @@ CSingleRequestList entriesOf(RequestOptions const& options) {
     const CBlob name = tools::hashOf(hash, issuer.subject()).value();
     const CBlob key = tools::hashOf(hash, issuer.keyBits()).value();
     CSingleRequestList entries;
-    for (std::string const& path : options.certificates)
-        entries.emplace_back(subjectOf(options, tools::readCertificate(path), issuer, hash));
+    for (Certificate const& certificate : tools::readCertificates(options.certificates))
+        entries.emplace_back(subjectOf(options, certificate, issuer, hash));
     for (std::string const& serial : options.serials)
         entries.emplace_back(CReqCert(CCertID(hash, name, key, tools::parseSerial(serial))));
     return entries;
@@ -161,7 +163,9 @@ void addRequestCommand(CLI::App& app) {
     command->add_option("--issuer", options->issuer, "Certificate of the issuer")
         ->required()
         ->type_name("FILE");
-    command->add_option("--cert", options->certificates, "Ask about this certificate; may be repeated")
+    command
+        ->add_option("--cert", options->certificates,
+                     "Ask about this certificate, or all in the file; may be repeated")
         ->allow_extra_args(false)
         ->type_name("FILE");
     command->add_option("--serial", options->serials, "Ask about this serial number; may be repeated")
