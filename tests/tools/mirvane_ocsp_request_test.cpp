@@ -46,7 +46,11 @@ TEST(Requests, MistakesAreToldInOneLine) {
         {"--issuer index.txt --serial 1", 1, "index.txt: is no certificate"},
         {"--issuer ca.pem --serial 1G", 2, "--serial: 1G: is no serial number"},
         {"--issuer ca.pem --serial 1 --nonce 1", 2, "--nonce: 1: is no nonce"},
-        {"--issuer ca.pem --serial 1 --requestor-name C=Russia", 2, "is no distinguished name"},
+        {"--issuer ca.pem --serial 1 --requestor-name C=Russia", 2,
+         "C=Russia: is no distinguished name: \"Russia\" is no value for C"},
+        {"--issuer ca.pem --serial 1 --requestor-name /O=", 2, "\"\" is no value for O"},
+        {"--issuer ca.pem --serial 1 --requestor-name O=x,Nonsense=y", 2,
+         "\"Nonsense\" is no type of attribute"},
     };
     commonAuthority().run(
         "head -3 ca.pem >cut.pem; openssl x509 -in ca.pem -outform DER -out longer.der; printf x "

@@ -130,6 +130,15 @@ std::optional<std::string> lenientText(CBlob const& name) {
     return std::string(text, static_cast<std::size_t>(length));
 }
 
+bool encodes(CRequestMessage const& message) {
+    try {
+        message.encode();
+    } catch (ATL::CAtlException const&) {
+        return false;
+    }
+    return true;
+}
+
 void negate(std::vector<unsigned char>& octets) {
     for (unsigned char& octet : octets)
         octet = static_cast<unsigned char>(~octet);
@@ -239,12 +248,13 @@ std::vector<Certificate> readCertificates(std::vector<std::string> const& paths)
 bool isEncodable(Certificate const& certificate) {
     CRequestMessage probe;
     probe.put_requestList({CSingleRequest(CReqCert(CReqCert::certificate, certificate.octets()))});
-    try {
-        probe.encode();
-    } catch (ATL::CAtlException const&) {
-        return false;
-    }
-    return true;
+    return encodes(probe);
+}
+
+bool isEncodableName(CBlob const& name) {
+    CRequestMessage probe;
+    probe.put_requestorName(&name);
+    return encodes(probe);
 }
 
 void demandEncodable(Certificate const& certificate) {
