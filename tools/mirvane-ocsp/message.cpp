@@ -55,22 +55,23 @@ bool looksLikeRequest(Octets const& octets) {
     return elements.enter(kSequence).isAt(kSequence);
 }
 
-std::unique_ptr<CRequestMessage> decodeRequest(Octets const& octets, std::string const& source) {
+std::unique_ptr<CRequestMessage> decodeRequest(Octets const& octets, std::string const& source,
+                                               std::string const& kind) {
     auto message = std::make_unique<CRequestMessage>();
     try {
         message->decode(CBlob(octets.data(), octets.size()));
     } catch (ATL::CAtlException const& failure) {
-        throw InputError(source, requestProblem(octets, failure.m_hr));
+        throw InputError(source, requestProblem(octets, kind, failure.m_hr));
     }
     return message;
 }
 
-CResponseMessage decodeResponse(Octets const& octets, std::string const& source) {
+CResponseMessage decodeResponse(Octets const& octets, std::string const& source, std::string const& kind) {
     CResponseMessage message;
     try {
         message.decode(CBlob(octets.data(), octets.size()));
     } catch (ATL::CAtlException const& failure) {
-        throw InputError(source, responseProblem(octets, failure.m_hr));
+        throw InputError(source, responseProblem(octets, kind, failure.m_hr));
     }
     return message;
 }
