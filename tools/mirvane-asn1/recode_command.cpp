@@ -48,8 +48,7 @@ void addRecodeCommand(CLI::App& app) {
     command->add_option("FILE", options->file, "Message in DER, BER or PEM; - for standard input")
         ->capture_default_str();
     command
-        ->add_option("-o,--output", options->output, "Where the encoding goes, in DER; - for standard output")
-        ->option_text("OUT")
-        ->capture_default_str();
+        ->add_option("-o,--out", options->output, "File for the encoding in DER; standard output if missing")
+        ->type_name("FILE");
     command->callback([&app, options] { recode(app, *options); });
 }

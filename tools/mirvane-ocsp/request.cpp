@@ -130,8 +130,8 @@ void addNonceOptions(CLI::App* command, RequestOptions& options) {
             ->check(tools::readBy(parseNonce));
     CLI::Option* const length =
         command->add_option("--nonce-length", options.nonceLength, "A random nonce of so many octets (32)")
-            ->check(CLI::Range(1ul, kMostNonce, "LENGTH"))
-            ->type_name("")
+            ->check(CLI::Range(1ul, kMostNonce).description(""))
+            ->type_name("LENGTH")
             ->excludes(given);
     command->add_flag("--no-nonce", options.noNonce, "No nonce")->excludes(given)->excludes(length);
 }
@@ -150,7 +150,7 @@ void addSigningOptions(CLI::App* command, RequestOptions& options) {
         ->type_name("FILE")
         ->needs(key);
     tools::addPassphraseOption(command, options.passphrase)->needs(key);
-    command->add_option("--digest", options.digest, "Hash to sign with")
+    command->add_option("--digest", options.digest, tools::kDigestPurpose)
         ->check(CLI::IsMember(tools::hashNames()))
         ->needs(key);
 }
@@ -174,7 +174,7 @@ void addRequestCommand(CLI::App& app) {
         ->check(tools::readBy(tools::parseSerial));
     command->add_option("--hash", options->hash, "Hash in the identifiers (sha1)")
         ->check(CLI::IsMember(tools::hashNames()));
-    command->add_option("--by", options->form, "How to name a certificate: certid, full or signature")
+    command->add_option("--by", options->form, "How to name a certificate (certid)")
         ->check(CLI::IsMember({"certid", "full", "signature"}));
     addNonceOptions(command, *options);
     command

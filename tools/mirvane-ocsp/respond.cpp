@@ -294,8 +294,9 @@ void addSourceOptions(CLI::App* command, RespondOptions& options) {
 
 void addTimeOptions(CLI::App* command, RespondOptions& options) {
     command
-        ->add_option("--this-update", options.thisUpdate,
-                     "When the status was known: now, 20260101000000Z or ISO 8601")
+        ->add_option(
+            "--this-update", options.thisUpdate,
+            std::string("When the status was known (now, or when the list was made): ") + tools::kTimeForms)
         ->type_name("TIME")
         ->check(tools::readBy(tools::parseTime));
     CLI::Option* const until =
@@ -323,10 +324,10 @@ void addRespondCommand(CLI::App& app) {
         ->type_name("FILE");
     command->add_option("--key", options->key, "Its key (file or URI)")->required()->type_name("KEY");
     tools::addPassphraseOption(command, options->passphrase);
-    command->add_option("--digest", options->digest, "Hash to sign with")
+    command->add_option("--digest", options->digest, tools::kDigestPurpose)
         ->check(CLI::IsMember(tools::hashNames()));
     addSourceOptions(command, *options);
-    command->add_option("--responder-id", options->responder, "How the responder is named: name or key")
+    command->add_option("--responder-id", options->responder, "How the responder is named (name)")
         ->check(CLI::IsMember({"name", "key"}));
     addTimeOptions(command, *options);
     command->add_flag("--copy-nonce", options->copyNonce, "Give the nonce of the request back");
