@@ -64,10 +64,10 @@ TEST(Asn1Oid, TellsNamesAndDottedForm) {
         {"2.999", 0, "2.999: unknown\n", ""},
         {"OCSPSigning", 1, "", "mirvane-asn1: OCSPSigning: no such name; nearest: id_kp_OCSPSigning\n"},
         {"xyzzyxyzzy", 1, "", "mirvane-asn1: xyzzyxyzzy: no such name\n"},
-        {"1.40.1", 2, "", "mirvane-asn1: 1.40.1 is no object identifier (see mirvane-asn1 --help)\n"},
-        {"3.1", 2, "", "mirvane-asn1: 3.1 is no object identifier (see mirvane-asn1 --help)\n"},
-        {"1.2..3", 2, "", "mirvane-asn1: 1.2..3 is no object identifier (see mirvane-asn1 --help)\n"},
-        {"1.2.03", 2, "", "mirvane-asn1: 1.2.03 is no object identifier (see mirvane-asn1 --help)\n"},
+        {"1.40.1", 2, "", "mirvane-asn1: 1.40.1 is no object identifier (see mirvane-asn1 oid --help)\n"},
+        {"3.1", 2, "", "mirvane-asn1: 3.1 is no object identifier (see mirvane-asn1 oid --help)\n"},
+        {"1.2..3", 2, "", "mirvane-asn1: 1.2..3 is no object identifier (see mirvane-asn1 oid --help)\n"},
+        {"1.2.03", 2, "", "mirvane-asn1: 1.2.03 is no object identifier (see mirvane-asn1 oid --help)\n"},
     };
     for (const auto& row : rows) {
         const Outcome outcome = test::run(kTool + "oid " + row.argument);
@@ -96,7 +96,7 @@ TEST(Asn1CommandLine, WrongUsageIsTwoAndHelpIsSuccess) {
 TEST(Asn1CommandLine, UnknownTypeNamesTheNearest) {
     EXPECT_EQ(test::run(kTool + "print Certifcate x").errors,
               "mirvane-asn1: there is no type Certifcate; nearest: Certificate, Certificates "
-              "(see mirvane-asn1 --help)\n");
+              "(see mirvane-asn1 print --help)\n");
     EXPECT_EQ(runOn(test::octets("04 04 01 02 03 04"), "print Gost28147-89-MAC message").output,
               "Gost28147-89-MAC: 4 octets 01020304\n");
 }
@@ -118,10 +118,20 @@ TEST(Asn1Recode, GivesDerForOtherForms) {
               "\x30\x03\x01\x01\xFF");
 }
 
-TEST(Asn1Recode, TakesPem) {
-    const std::string pem = "-----BEGIN X-----\nMAMBAf8=\n-----END X-----\n";
-    EXPECT_EQ(runOn(Octets(pem.begin(), pem.end()), "recode BasicConstraintsSyntax message").output,
-              "\x30\x03\x01\x01\xFF");
+TEST(Asn1CommandLine, TakesTheFirstBlockOfPemAndTellsOfOthers) {
+    const std::string block = "text\n-----BEGIN X-----\nMAMBAf8=\n-----END X-----\n";
+    const struct {
+        std::string pem;
+        const char* errors;
+    } rows[] = {{block, ""},
+                {block + block + block, "mirvane-asn1: message: 2 more PEM blocks are left out\n"}};
+    for (const auto& row : rows) {
+        const Octets message(row.pem.begin(), row.pem.end());
+        const Outcome recoded = runOn(message, "recode BasicConstraintsSyntax message");
+        EXPECT_EQ(recoded.output, "\x30\x03\x01\x01\xFF");
+        EXPECT_EQ(recoded.errors, row.errors);
+        EXPECT_EQ(runOn(message, "print BasicConstraintsSyntax message").errors, row.errors);
+    }
 }
 
 TEST(Asn1Recode, TellsStatusAndByteOfAFailure) {

@@ -9,15 +9,17 @@ using test::contains;
 using test::OcspAuthority;
 using test::Outcome;
 
-TEST(Requests, NameCertificatesInAllThreeWays) {
+TEST(Requests, NameAllCertificatesInAllThreeWays) {
+    commonAuthority().run("{ echo 0 is the octet of a SEQUENCE; cat good.pem revoked.pem; } >both.pem");
     for (const char* form : {"certid", "full", "signature"}) {
         const Outcome outcome = commonAuthority().run(
-            std::string("$T request --issuer ca.pem --cert revoked.pem -o q.der --by ") + form +
+            std::string("$T request --issuer ca.pem --cert both.pem -o q.der --by ") + form +
             " && $T respond --issuer ca.pem --signer ca.pem --key ca.key --index index.txt --copy-nonce "
             "q.der | $T "
             "verify --issuer ca.pem --request q.der -");
         EXPECT_EQ(outcome.status, 0) << form << outcome.output << outcome.errors;
-        EXPECT_TRUE(contains(outcome.output, "status F002: revoked")) << form << outcome.output;
+        EXPECT_TRUE(contains(outcome.output, "status 1001: good\nstatus F002: revoked"))
+            << form << outcome.output;
     }
 }
 
@@ -31,7 +33,8 @@ TEST(Requests, MistakesAreToldInOneLine) {
         {"--issuer ca.pem --serial 1 --by full", 2, "can only be asked about by certid"},
         {"--issuer ca.pem --cert good.pem --sign-key good.key", 2, "--sign-cert"},
         {"--issuer ca.pem --serial 1 --nonce 01 --no-nonce", 2, "--no-nonce"},
-        {"--issuer stranger.pem --cert good.pem", 1, "good.pem: names another issuer than stranger.pem"},
+        {"--issuer stranger.pem --cert good.pem", 1,
+         "good.pem: the certificate of CN=good names another issuer than stranger.pem: CN=ca"},
         {"--issuer ca.pem --cert good.pem --sign-key ca.key --sign-cert good.pem", 1,
          "ca.key: is not the key of the certificate good.pem"},
         {"--issuer ca.pem --cert good.pem --sign-key index.txt --sign-cert good.pem", 1,
@@ -43,7 +46,11 @@ TEST(Requests, MistakesAreToldInOneLine) {
         {"--issuer index.txt --serial 1", 1, "index.txt: is no certificate"},
         {"--issuer ca.pem --serial 1G", 2, "--serial: 1G: is no serial number"},
         {"--issuer ca.pem --serial 1 --nonce 1", 2, "--nonce: 1: is no nonce"},
-        {"--issuer ca.pem --serial 1 --requestor-name C=Russia", 2, "is no distinguished name"},
+        {"--issuer ca.pem --serial 1 --requestor-name C=Russia", 2,
+         "C=Russia: is no distinguished name: \"Russia\" is no value for C"},
+        {"--issuer ca.pem --serial 1 --requestor-name /O=", 2, "\"\" is no value for O"},
+        {"--issuer ca.pem --serial 1 --requestor-name O=x,Nonsense=y", 2,
+         "\"Nonsense\" is no type of attribute"},
     };
     commonAuthority().run(
         "head -3 ca.pem >cut.pem; openssl x509 -in ca.pem -outform DER -out longer.der; printf x "

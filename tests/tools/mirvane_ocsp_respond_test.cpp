@@ -61,10 +61,52 @@ TEST(Respond, ReadsEveryFormOfTheDatabase) {
                          "status FFFFFFFFFF06: good\n"
                          "status 07: unknown\n"))
         << outcome.output;
-    authority.folder().write("broken.txt", std::string(test::kIndex) + "R\tnonsense\n");
-    const Outcome broken = authority.run(kRespond + "--index broken.txt index.txt");
-    EXPECT_EQ(broken.status, 1);
-    EXPECT_EQ(broken.errors, "mirvane-ocsp: broken.txt, line 3: the line: has 2 fields, not 6\n");
+    const Outcome empty = authority.run("$T request --issuer ca.pem --serial 1 | " + kRespond +
+                                        "--index /dev/null | $T verify --issuer ca.pem -");
+    EXPECT_TRUE(contains(empty.output, "status 01: unknown\n")) << empty.output << empty.errors;
+}
+
+TEST(Respond, MistakesAreToldInOneLine) {
+    const OcspAuthority authority;
+    // A country as UTF8String, which the library does not take.
+    const Outcome made = authority.run(
+        R"(new='openssl req -x509 -nodes -days 9 -newkey'
+           $new ed25519 -subj /CN=ed -keyout ed.key -out ed.pem &&
+           $new ec -pkeyopt ec_paramgen_curve:P-256 -subj /C=RU -keyout odd.key -outform DER |
+           LC_ALL=C sed 's/\x13\x02RU/\x0c\x02RU/g' >odd.der &&
+           printf '\nR\tnonsense\n' >broken.txt && printf 'R\t\tnow\t01\t\tx\n' >now.txt &&
+           printf 'R\t\t261301000000Z\t01\t\tx\n' >month.txt &&
+           $T request --issuer ca.pem --serial 1 -o q.der)");
+    ASSERT_EQ(made.status, 0) << made.errors;
+    const std::string kSigner = "--signer ca.pem --key ca.key ";
+    const struct {
+        std::string options;
+        int status;
+        const char* line;
+    } rows[] = {
+        {kSigner + "--index broken.txt", 1, "broken.txt, line 2: the line: has 2 fields, not 6"},
+        {kSigner + "--index now.txt", 1,
+         "now.txt, line 1: now: is no time; 260101000000Z and 20260101000000Z are"},
+        {kSigner + "--index month.txt", 1, "month.txt, line 1: 261301000000Z: is no time"},
+        {kSigner + "--good --digest gost94", 1,
+         "ca.pem: no signature algorithm is known for its ECDSA key with gost94"},
+        {"--signer ed.pem --key ed.key --good", 1,
+         "ed.pem: the platform does not work with its key, Ed25519 (1.3.101.112)"},
+        {"--signer odd.der --key odd.key --good", 1,
+         "odd.der: the certificate of C=RU cannot go into a message"},
+        {"--signer odd.der --key odd.key --good --no-certs", 1,
+         "odd.der: the responder cannot be named by its name, C=RU: the library does not take a value in it"},
+        {kSigner + "--good --this-update 20260102000000Z --next-update 20260101000000Z", 2,
+         "--next-update: the nextUpdate 2026-01-01T00:00:00Z is before the thisUpdate 2026-01-02T00:00:00Z "
+         ""
+         "(see mirvane-ocsp respond --help)"},
+    };
+    for (const auto& row : rows) {
+        const Outcome outcome = authority.run("$T respond --issuer ca.pem " + row.options + " q.der");
+        EXPECT_EQ(outcome.status, row.status) << row.options;
+        EXPECT_TRUE(contains(outcome.errors, row.line)) << outcome.errors;
+        EXPECT_EQ(outcome.errors.find('\n'), outcome.errors.size() - 1) << outcome.errors;
+    }
 }
 
 TEST(Respond, TakesStatusAndTimesFromARevocationList) {

@@ -63,11 +63,22 @@ TEST(Show, SaysInOneLineWhatIsWrongAndGoesOn) {
     } rows[] = {
         {"empty", "", "is empty"},
         {"cut", "30 15 0A 01 00", "is cut short: the message says 23 octets, 5 are there"},
-        {"huge", "30 84 7F FF FF FF 00", "is no OCSP response: its first element does not fit into 7 octets"},
-        {"text", "48 65 6C 6C 6F", "is no OCSP response: it begins with octet 48, not with a SEQUENCE"},
-        {"other", "30 03 02 01 05", "is no OCSP response: RTS_TAG_MISMATCH at octet 2"},
+        {"huge", "30 84 7F FF FF FF 00",
+         "is no OCSP request or response: its first element does not fit into 7 octets"},
+        {"text", "48 65 6C 6C 6F",
+         "is no OCSP request or response: it begins with octet 48, not with a SEQUENCE"},
+        {"other", "30 03 02 01 05", "is no OCSP request or response: RTS_TAG_MISMATCH at octet 2"},
+        {"certificate", "30 07 30 05 A0 03 02 01 02",
+         "is no OCSP request or response: RTS_MISSING_ELEMENT at octet 9"},
         {"inside", "30 15 0A 01 00 A0 10 30 0E 06 09 2B 06 01 05 05 07 30 01 01 04 01 41",
-         "is no OCSP response: RTS_END_OF_BUFFER at octet 22"},
+         "is no OCSP request or response: RTS_END_OF_BUFFER at octet 22"},
+        {"requestor", "30 0C 30 0A A1 06 87 04 01 02 03 04 30 00",
+         "is malformed (0x80070057): its requestorName is no directory name"},
+        {"entry",
+         "30720A0100A06D306B06092B0601050507300101045E305C3051A2020400180F323032363031303130303030"
+         "30305A303A3022300D300406022A03040004000201018000180F32303236303130313030303030305A301430"
+         "0D300406022A03040004000201018000180158300406022A03030100",
+         "the response inside is malformed (0x80004005): its thisUpdate in entry 2 is no time"},
     };
     for (const auto& row : rows) {
         const std::string path = folder.write(row.name, test::octets(row.octets));
@@ -100,10 +111,27 @@ TEST(Show, SaysThatAnExtensionOfAKnownTypeDoesNotDecode) {
 }
 
 TEST(CommandLine, WrongUsageIsTwoAndHelpIsSuccess) {
-    for (const char* arguments : {"", " show", " show --nonsense x", " nonsense"}) {
-        const Outcome outcome = test::run(std::string(MIRVANE_OCSP_TOOL) + arguments);
-        EXPECT_EQ(outcome.status, 2) << arguments;
-        EXPECT_EQ(lines(outcome.errors), 1u) << outcome.errors;
+    const struct {
+        const char* arguments;
+        const char* problem;
+    } rows[] = {
+        {"", "A subcommand is required (see mirvane-ocsp --help)"},
+        {" show", "FILE is required (see mirvane-ocsp show --help)"},
+        {" show --nonsense x", "unexpected argument --nonsense (see mirvane-ocsp show --help)"},
+        {" verify --isuer x", "unexpected argument --isuer (see mirvane-ocsp verify --help)"},
+        {" requst --issuer x", "there is no command requst (see mirvane-ocsp --help)"},
+        {" show --max-size -1 x",
+         "--max-size: -1 is no size; give octets, 64k, 16m or 1g (see mirvane-ocsp show --help)"},
+        {" show --max-size 18446744073709551616 x",
+         "--max-size: 18446744073709551616 is no size; give octets, 64k, 16m or 1g (see mirvane-ocsp show "
+         "--help)"},
+        {" show --max-size 16e x",
+         "--max-size: 16e is no size; give octets, 64k, 16m or 1g (see mirvane-ocsp show --help)"},
+    };
+    for (const auto& row : rows) {
+        const Outcome outcome = test::run(std::string(MIRVANE_OCSP_TOOL) + row.arguments);
+        EXPECT_EQ(outcome.status, 2) << row.arguments;
+        EXPECT_EQ(outcome.errors, std::string("mirvane-ocsp: ") + row.problem + "\n");
         EXPECT_EQ(outcome.output, "");
     }
     for (const char* arguments : {" --help", " show --help", " --version", " show --version"}) {

@@ -105,6 +105,14 @@ TEST(VerifyAnswers, OneBitAnywhereInTheSignatureIsSeenAndOctetsBehindAreTold) {
     const Outcome longer = changed("printf x >>r.der");
     EXPECT_EQ(longer.status, 1);
     EXPECT_TRUE(contains(longer.output, "octets behind: FAILED: 1 octets stand behind the message"));
+    // The month of producedAt.
+    const Outcome timeless =
+        changed("LC_ALL=C sed -i '0,/\\(20[0-9][0-9]\\)[01][0-9]\\([0-9]*Z\\)/s//\\199\\2/' r.der");
+    EXPECT_EQ(timeless.status, 1);
+    EXPECT_EQ(timeless.output, "");
+    EXPECT_TRUE(contains(timeless.errors,
+                         "r.der: the response inside is malformed (0x80004005): its producedAt is no time\n"))
+        << timeless.errors;
     const Outcome damaged = changed(
         "size=$(wc -c <r.der) && printf '\\377\\376' | dd of=r.der bs=1 seek=$((size-9)) conv=notrunc "
         "2>/dev/null");

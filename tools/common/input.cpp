@@ -49,10 +49,22 @@ std::string sourceName(std::string const& path) {
     return path == "-" ? "standard input" : path;
 }
 
-Octets withoutPem(Octets octets, std::string const& source) {
+bool isPem(Octets const& octets) {
     const auto mark = std::search(octets.begin(), octets.end(), kPemMark.begin(), kPemMark.end());
-    const bool isText = std::none_of(octets.begin(), mark, [](unsigned char octet) { return octet == 0; });
-    if (mark == octets.end() || !isText) return octets;
+    return mark != octets.end() && std::find(octets.begin(), mark, 0) == mark;
+}
+
+std::size_t pemBlocks(Octets const& octets) {
+    if (!isPem(octets)) return 0;
+    const std::string_view text(reinterpret_cast<char const*>(octets.data()), octets.size());
+    std::size_t count = 0;
+    for (auto mark = text.find(kPemMark); mark != text.npos; mark = text.find(kPemMark, mark + 1))
+        ++count;
+    return count;
+}
+
+Octets withoutPem(Octets octets, std::string const& source) {
+    if (!isPem(octets)) return octets;
     if (octets.size() > INT_MAX) throw InputError(source, "is too large for PEM");
 
     const std::unique_ptr<BIO, BioFree> bio(BIO_new_mem_buf(octets.data(), static_cast<int>(octets.size())));

@@ -41,6 +41,12 @@ Octets readFile(std::string const& path, std::size_t limit = SIZE_MAX);
 // broken as well.
 Octets readInput(std::string const& path, std::size_t limit = SIZE_MAX);
 
+// Whether a PEM block is there, behind nothing but text.
+bool isPem(Octets const& octets);
+
+// How many PEM blocks there are, the first behind nothing but text.
+std::size_t pemBlocks(Octets const& octets);
+
 // Takes PEM apart where the octets are PEM; anything else comes back as it is.
 Octets withoutPem(Octets octets, std::string const& source);
 

@@ -4,11 +4,29 @@
 
 #include <cstdio>
 #include <exception>
+#include <vector>
 
 #include "base/exception.h"
 #include "common/printable.h"
 
 namespace tools {
+namespace {
+
+// A word that nobody expected comes first: what CLI11 misses then is often that word, mistyped.
+std::string mistakeText(CLI::App const& app, CLI::ParseError const& mistake) {
+    const std::vector<std::string> unexpected = app.remaining(true);
+    if (unexpected.empty()) return mistake.what();
+    const bool hasCommand = !app.get_subcommands().empty();
+    return (hasCommand ? "unexpected argument " : "there is no command ") + unexpected.front();
+}
+
+// The program, with the command that was given: its help has the options.
+std::string helpedName(CLI::App const& app) {
+    const std::vector<CLI::App*> commands = app.get_subcommands();
+    return commands.empty() ? app.get_name() : app.get_name() + " " + commands.front()->get_name();
+}
+
+}  // namespace
 
 void complain(CLI::App const& app, std::string const& text) {
     fmt::print(stderr, "{}: {}\n", app.get_name(), printable(text));
@@ -31,7 +49,7 @@ int run(Program const& program, int argc, char** argv) {
     } catch (CLI::Success const& answer) {
         return app.exit(answer);
     } catch (CLI::ParseError const& mistake) {
-        complain(app, fmt::format("{} (see {} --help)", mistake.what(), app.get_name()));
+        complain(app, fmt::format("{} (see {} --help)", mistakeText(app, mistake), helpedName(app)));
         return kUsage;
     } catch (ATL::CAtlException const& failure) {
         complain(app, fmt::format("the library failed (0x{:08X})", static_cast<unsigned>(failure.m_hr)));

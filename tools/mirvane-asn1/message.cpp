@@ -7,6 +7,7 @@
 #include "asn1data/engine.h"
 #include "asn1rt/ber_decode.h"
 #include "asn1rt/ber_encode.h"
+#include "common/program.h"
 #include "common/status_name.h"
 #include "elements.h"
 
@@ -55,6 +56,11 @@ const void* decodeWhole(ASN1CTXT* owner, const asn1data::TypeDescriptor& type,
     void* value = asn1data::newRecord(&context, type);
     if (xd_setp(&context, octets.data(), sizeOf(octets), nullptr, nullptr) != RTS_OK) return nullptr;
     return asn1data::decode(&context, type, value, ASN1EXPL, 0) == RTS_OK ? value : nullptr;
+}
+
+void tellFurtherBlocks(const CLI::App& app, const Octets& file, const std::string& source) {
+    const std::size_t count = pemBlocks(file);
+    if (count > 1) complain(app, fmt::format("{}: {} more PEM blocks are left out", source, count - 1));
 }
 
 }  // namespace tools

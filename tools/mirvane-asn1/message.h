@@ -2,6 +2,8 @@
 #ifndef MIRVANE_TOOLS_MIRVANE_ASN1_MESSAGE_H
 #define MIRVANE_TOOLS_MIRVANE_ASN1_MESSAGE_H
 
+#include <CLI/CLI.hpp>
+
 #include <cstddef>
 #include <span>
 #include <string>
@@ -41,6 +43,9 @@ class Message {
 // left.
 const void* decodeWhole(ASN1CTXT* owner, const asn1data::TypeDescriptor& type,
                         std::span<const unsigned char> octets);
+
+// Tells the user of the blocks of PEM in the file that are no part of the message: all but the first.
+void tellFurtherBlocks(const CLI::App& app, const Octets& file, const std::string& source);
 
 }  // namespace tools
 

@@ -58,16 +58,18 @@ void printJson(const std::string& type, const tools::Value& value, const tools::
     fmt::print("{}\n", result.dump(-1, ' ', false, ordered_json::error_handler_t::replace));
 }
 
-void print(const PrintOptions& options) {
+void print(const CLI::App& app, const PrintOptions& options) {
     const auto& type = tools::requireType(options.type);
     const std::string source = tools::sourceName(options.file);
-    tools::Message message(type, tools::readInput(options.file), source);
+    const tools::Octets file = tools::readFile(options.file);
+    tools::Message message(type, tools::withoutPem(file, source), source);
     const tools::Value value = tools::buildValue(type, message.value(), message.context());
     if (options.json) {
         printJson(options.type, value, message, source);
     } else {
         printText(options.type, value, message);
     }
+    tools::tellFurtherBlocks(app, file, source);
 }
 
 }  // namespace
@@ -81,5 +83,5 @@ void addPrintCommand(CLI::App& app) {
     command->add_option("FILE", options->file, "Message in DER, BER or PEM; - for standard input")
         ->capture_default_str();
     command->add_flag("--json", options->json, "Print one JSON object");
-    command->callback([options] { print(*options); });
+    command->callback([&app, options] { print(app, *options); });
 }

@@ -29,8 +29,10 @@ void write(const tools::Octets& octets, const std::string& path) {
 void recode(const CLI::App& app, const RecodeOptions& options) {
     const auto& type = tools::requireType(options.type);
     const std::string source = tools::sourceName(options.file);
-    const tools::Message message(type, tools::readInput(options.file), source);
+    const tools::Octets file = tools::readFile(options.file);
+    const tools::Message message(type, tools::withoutPem(file, source), source);
     write(message.encoded(), options.output);
+    tools::tellFurtherBlocks(app, file, source);
     if (message.trailing() > 0) {
         tools::complain(
             app, fmt::format("{}: {} octets behind the message are left out", source, message.trailing()));
@@ -46,8 +48,7 @@ void addRecodeCommand(CLI::App& app) {
     command->add_option("FILE", options->file, "Message in DER, BER or PEM; - for standard input")
         ->capture_default_str();
     command
-        ->add_option("-o,--output", options->output, "Where the encoding goes, in DER; - for standard output")
-        ->option_text("OUT")
-        ->capture_default_str();
+        ->add_option("-o,--out", options->output, "File for the encoding in DER; standard output if missing")
+        ->type_name("FILE");
     command->callback([&app, options] { recode(app, *options); });
 }

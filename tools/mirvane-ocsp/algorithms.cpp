@@ -49,6 +49,7 @@ struct Key {
     const char* identifier;
 };
 
+// The last three are only named.
 constexpr Key kKeys[] = {
     {"RSA", kRsa},
     {"DSA", kDsa},
@@ -56,6 +57,9 @@ constexpr Key kKeys[] = {
     {"GOST R 34.10-2001", kGost2001},
     {"GOST R 34.10-2012 with 256 bits", kGost256},
     {"GOST R 34.10-2012 with 512 bits", kGost512},
+    {"RSA-PSS", "1.2.840.113549.1.1.10"},
+    {"Ed25519", "1.3.101.112"},
+    {"Ed448", "1.3.101.113"},
 };
 
 constexpr char kEngineNeeded[] = ": the gost engine of OpenSSL is not there";
@@ -167,7 +171,8 @@ CAlgorithmIdentifierEx signatureAlgorithmFor(Certificate const& signer, std::str
         if (key == kRsa) result.put_parameters(CBlob(kNull, sizeof kNull));
         return result;
     }
-    throw InputError(signer.source(), "no signature algorithm is known for its key with " + hash);
+    throw InputError(signer.source(), fmt::format("no signature algorithm is known for its {} key with {}",
+                                                  algorithmName(key), hash));
 }
 
 std::optional<std::string> unservedProblem(Certificate const& certificate) {

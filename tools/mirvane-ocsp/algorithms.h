@@ -12,6 +12,9 @@
 
 namespace tools {
 
+// What --digest says of itself.
+inline constexpr char kDigestPurpose[] = "Hash to sign with (the usual one of the key; sha256 for RSA)";
+
 // The names that --hash and --digest take.
 std::vector<std::string> hashNames();
 

@@ -38,8 +38,6 @@ struct KeyContextFree {
     void operator()(EVP_PKEY_CTX* context) const { EVP_PKEY_CTX_free(context); }
 };
 
-constexpr std::string_view kPemMark = "-----BEGIN ";
-
 // What one of OpenSSL's i2d functions writes.
 template <typename Write, typename Object>
 CBlob written(Write write, Object const* object) {
@@ -132,6 +130,15 @@ std::optional<std::string> lenientText(CBlob const& name) {
     return std::string(text, static_cast<std::size_t>(length));
 }
 
+bool encodes(CRequestMessage const& message) {
+    try {
+        message.encode();
+    } catch (ATL::CAtlException const&) {
+        return false;
+    }
+    return true;
+}
+
 void negate(std::vector<unsigned char>& octets) {
     for (unsigned char& octet : octets)
         octet = static_cast<unsigned char>(~octet);
@@ -219,11 +226,8 @@ std::vector<Certificate> readCertificates(std::string const& path) {
     constexpr std::size_t kMostOctets = 16u << 20;
     const std::string source = sourceName(path);
     const Octets octets = readFile(path, kMostOctets);
-    const bool isPem =
-        octets.front() != kSequence &&
-        std::search(octets.begin(), octets.end(), kPemMark.begin(), kPemMark.end()) != octets.end();
     std::vector<Certificate> result =
-        isPem ? certificatesOfPem(octets, source) : certificatesOfDer(octets, source);
+        isPem(octets) ? certificatesOfPem(octets, source) : certificatesOfDer(octets, source);
     if (result.empty()) throw InputError(source, "holds no certificate");
     return result;
 }
@@ -244,12 +248,13 @@ std::vector<Certificate> readCertificates(std::vector<std::string> const& paths)
 bool isEncodable(Certificate const& certificate) {
     CRequestMessage probe;
     probe.put_requestList({CSingleRequest(CReqCert(CReqCert::certificate, certificate.octets()))});
-    try {
-        probe.encode();
-    } catch (ATL::CAtlException const&) {
-        return false;
-    }
-    return true;
+    return encodes(probe);
+}
+
+bool isEncodableName(CBlob const& name) {
+    CRequestMessage probe;
+    probe.put_requestorName(&name);
+    return encodes(probe);
 }
 
 void demandEncodable(Certificate const& certificate) {

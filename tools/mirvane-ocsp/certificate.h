@@ -63,6 +63,8 @@ std::vector<Certificate> readCertificates(std::vector<std::string> const& paths)
 
 // Whether the library takes the certificate apart; else it cannot go into a message, whatever OpenSSL says.
 bool isEncodable(Certificate const& certificate);
+// The same of a name alone.
+bool isEncodableName(Mirvane::CBlob const& name);
 // Throws InputError if not.
 void demandEncodable(Certificate const& certificate);
 

@@ -30,8 +30,13 @@ std::vector<std::string> split(std::string const& text, char separator) {
 
 // YYMMDDHHMMSSZ, of the years 1950 to 2049 (RFC 5280, 4.1.2.5.1), or with four digits of the year.
 CDateTime readTime(std::string const& text) {
-    if (text.size() != 13) return parseTime(text);
-    return parseTime((text[0] < '5' ? "20" : "19") + text);
+    const bool isForm = (text.size() == 13 || text.size() == 15) && text.back() == 'Z' &&
+                        text.find_first_not_of("0123456789") == text.size() - 1;
+    try {
+        if (isForm) return parseTime(text.size() == 15 ? text : (text[0] < '5' ? "20" : "19") + text);
+    } catch (InputError const&) {
+    }
+    throw InputError(text, "is no time; 260101000000Z and 20260101000000Z are");
 }
 
 // The names of RFC 5280, and those under which `openssl ca` notes more than a reason behind it.
@@ -74,10 +79,19 @@ void readLine(std::string const& line, StatusSource& source) {
     }
 }
 
+// A new authority's has no lines yet.
+Octets readDatabaseFile(std::string const& path) {
+    try {
+        return readFile(path);
+    } catch (EmptyInput const&) {
+        return {};
+    }
+}
+
 }  // namespace
 
 StatusSource readDatabase(std::string const& path) {
-    const Octets octets = readFile(path);
+    const Octets octets = readDatabaseFile(path);
     std::istringstream stream(std::string(octets.begin(), octets.end()));
     StatusSource source;
     std::size_t number = 0;

@@ -3,7 +3,10 @@
 #include <openssl/err.h>
 #include <openssl/x509.h>
 
+#include <fmt/format.h>
+
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "common/input.h"
@@ -15,6 +18,10 @@ using Mirvane::CBlob;
 
 struct NameFree {
     void operator()(X509_NAME* name) const { X509_NAME_free(name); }
+};
+
+struct ObjectFree {
+    void operator()(ASN1_OBJECT* object) const { ASN1_OBJECT_free(object); }
 };
 
 struct Attribute {
@@ -47,6 +54,19 @@ std::vector<Attribute> split(std::string const& text, char separator) {
     return result;
 }
 
+std::optional<std::string> problemOfAdding(X509_NAME* name, std::string const& type,
+                                           std::string const& value) {
+    const std::unique_ptr<ASN1_OBJECT, ObjectFree> identifier(OBJ_txt2obj(type.c_str(), 0));
+    const bool isAdded = identifier && !value.empty() &&
+                         X509_NAME_add_entry_by_OBJ(name, identifier.get(), MBSTRING_UTF8,
+                                                    reinterpret_cast<unsigned char const*>(value.data()),
+                                                    static_cast<int>(value.size()), -1, 0) == 1;
+    ERR_clear_error();
+    if (isAdded) return std::nullopt;
+    return identifier ? fmt::format("\"{}\" is no value for {}", value, type)
+                      : fmt::format("\"{}\" is no type of attribute", type);
+}
+
 }  // namespace
 
 CBlob parseDistinguishedName(std::string const& text) {
@@ -54,13 +74,8 @@ CBlob parseDistinguishedName(std::string const& text) {
     const std::unique_ptr<X509_NAME, NameFree> name(X509_NAME_new());
     if (!name) throw std::bad_alloc();
     for (Attribute const& attribute : split(isSlashed ? text.substr(1) : text, isSlashed ? '/' : ',')) {
-        const std::string value = trimmed(attribute.value);
-        const bool isAdded = X509_NAME_add_entry_by_txt(
-            name.get(), trimmed(attribute.type).c_str(), MBSTRING_UTF8,
-            reinterpret_cast<unsigned char const*>(value.data()), static_cast<int>(value.size()), -1, 0);
-        ERR_clear_error();
-        if (value.empty() || !isAdded) {
-            throw InputError(text, "is no distinguished name: \"" + attribute.type + "\" does not do");
+        if (auto problem = problemOfAdding(name.get(), trimmed(attribute.type), trimmed(attribute.value))) {
+            throw InputError(text, "is no distinguished name: " + *problem);
         }
     }
     unsigned char* encoded = nullptr;

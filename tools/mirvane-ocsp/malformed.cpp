@@ -6,6 +6,7 @@
 
 #include "asn1data/ocsp.h"
 #include "asn1rt/message_buffer.h"
+#include "base/date_time.h"
 #include "certificate.h"
 #include "common/status_name.h"
 #include "elements.h"
@@ -14,6 +15,7 @@ namespace tools {
 namespace {
 
 using Mirvane::CBlob;
+using Mirvane::CDateTime;
 using namespace asn1data;
 
 constexpr unsigned char kEnumerated = 0x0A;
@@ -33,20 +35,70 @@ struct Stop {
     std::size_t octet;  // of the file
 };
 
-// Where the codec itself stops; nothing if it takes the octets.
+// What a decode comes to.
+struct Verdict {
+    std::optional<Stop> stop;          // where the codec itself stops; nothing if it takes the octets
+    std::optional<std::string> field;  // else the one that the message class refuses, where that is known
+};
+
+std::optional<std::string> timeProblem(std::string const& field, char const* text) {
+    try {
+        CDateTime{text};
+    } catch (ATL::CAtlException const&) {
+        return fmt::format("its {} is no time", field);
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> refusedField(ASN1T_OCSPRequest const& record) {
+    ASN1T_TBSRequest const& request = record.tbsRequest;
+    if (!request.m.requestorNamePresent || request.requestorName.t == T_GeneralName_directoryName) {
+        return std::nullopt;
+    }
+    return "its requestorName is no directory name";
+}
+
+std::optional<std::string> refusedField(ASN1T_SingleResponse const& entry, std::size_t number) {
+    const std::string place = fmt::format(" in entry {}", number);
+    if (entry.certStatus.t == T_CertStatus_revoked) {
+        auto problem = timeProblem("revocationTime" + place, entry.certStatus.u.revoked->revocationTime);
+        if (problem) return problem;
+    }
+    if (auto problem = timeProblem("thisUpdate" + place, entry.thisUpdate)) return problem;
+    // An empty one reads as none.
+    const bool hasEnd = entry.m.nextUpdatePresent && *entry.nextUpdate != 0;
+    return hasEnd ? timeProblem("nextUpdate" + place, entry.nextUpdate) : std::nullopt;
+}
+
+std::optional<std::string> refusedField(ASN1T_BasicOCSPResponse const& record) {
+    ASN1T_ResponseData const& response = record.tbsResponseData;
+    if (auto problem = timeProblem("producedAt", response.producedAt)) return problem;
+    std::size_t number = 0;
+    for (auto const* node = response.responses.head; node != nullptr; node = node->next) {
+        auto const& entry = *static_cast<ASN1T_SingleResponse const*>(node->data);
+        if (auto problem = refusedField(entry, ++number)) return problem;
+    }
+    return std::nullopt;
+}
+
+// The class of the message takes whatever the codec takes.
+std::optional<std::string> refusedField(ASN1T_OCSPResponse const&) {
+    return std::nullopt;
+}
+
 template <typename Control, typename Record>
-std::optional<Stop> stopOf(Span const& span) {
-    if (span.size == 0) return Stop{RTS_END_OF_BUFFER, span.start};
+Verdict verdictOn(Span const& span) {
+    if (span.size == 0) return {Stop{RTS_END_OF_BUFFER, span.start}, {}};
     try {
         ASN1BERDecodeBuffer buffer(span.octets, static_cast<int>(span.size));
         Record record;
         Control control(buffer, record);
         const int status = control.Decode();
-        if (status >= 0) return std::nullopt;
-        return Stop{status, span.start + buffer.getCtxtPtr()->buffer.byteIndex};
+        if (status >= 0) return {std::nullopt, refusedField(record)};
+        return {Stop{status, span.start + buffer.getCtxtPtr()->buffer.byteIndex}, {}};
     } catch (ASN1RTLException const& failure) {
         // The outermost header.
-        return Stop{failure.getStatus(), span.start};
+        return {Stop{failure.getStatus(), span.start}, {}};
     }
 }
 
@@ -84,8 +136,9 @@ std::optional<std::string> outermostProblem(Span const& span, std::string const&
 }
 
 // The certificate at the place, or without a place the first that the library does not take.
-std::string certificateRemark(std::vector<Piece> const& pieces, Span const& span,
-                              std::optional<Stop> const& stop) {
+std::string certificateRemark(std::vector<Piece> const& pieces, Span const& span, Verdict const& verdict) {
+    if (verdict.field) return {};
+    std::optional<Stop> const& stop = verdict.stop;
     std::size_t number = 0;
     for (Piece const& piece : pieces) {
         ++number;
@@ -100,36 +153,40 @@ std::string certificateRemark(std::vector<Piece> const& pieces, Span const& span
     return {};
 }
 
-std::string problemText(std::string const& kind, std::optional<Stop> const& stop, ATL::HRESULT failure) {
-    if (!stop) return fmt::format("is malformed (0x{:08X})", static_cast<unsigned>(failure));
-    return fmt::format("is no {}: {} at octet {}", kind, statusName(stop->status), stop->octet);
+std::string problemText(std::string const& kind, Verdict const& verdict, ATL::HRESULT failure) {
+    if (verdict.stop) {
+        return fmt::format("is no {}: {} at octet {}", kind, statusName(verdict.stop->status),
+                           verdict.stop->octet);
+    }
+    return fmt::format("is malformed (0x{:08X}){}", static_cast<unsigned>(failure),
+                       verdict.field ? ": " + *verdict.field : "");
 }
 
 std::string basicProblem(Span const& span, std::string const& kind, ATL::HRESULT failure) {
-    const auto stop = stopOf<ASN1C_BasicOCSPResponse, ASN1T_BasicOCSPResponse>(span);
-    return problemText(kind, stop, failure) +
-           certificateRemark(certificatesOfResponse(span.octets, span.size), span, stop);
+    const auto verdict = verdictOn<ASN1C_BasicOCSPResponse, ASN1T_BasicOCSPResponse>(span);
+    return problemText(kind, verdict, failure) +
+           certificateRemark(certificatesOfResponse(span.octets, span.size), span, verdict);
 }
 
 }  // namespace
 
-std::string requestProblem(Octets const& octets, ATL::HRESULT failure) {
+std::string requestProblem(Octets const& octets, std::string const& kind, ATL::HRESULT failure) {
     const Span span{octets.data(), octets.size()};
-    if (auto problem = outermostProblem(span, "OCSP request")) return *problem;
-    const auto stop = stopOf<ASN1C_OCSPRequest, ASN1T_OCSPRequest>(span);
-    return problemText("OCSP request", stop, failure) +
-           certificateRemark(certificatesOfRequest(span.octets, span.size), span, stop);
+    if (auto problem = outermostProblem(span, kind)) return *problem;
+    const auto verdict = verdictOn<ASN1C_OCSPRequest, ASN1T_OCSPRequest>(span);
+    return problemText(kind, verdict, failure) +
+           certificateRemark(certificatesOfRequest(span.octets, span.size), span, verdict);
 }
 
-std::string responseProblem(Octets const& octets, ATL::HRESULT failure) {
+std::string responseProblem(Octets const& octets, std::string const& kind, ATL::HRESULT failure) {
     const Span span{octets.data(), octets.size()};
-    if (auto problem = outermostProblem(span, "OCSP response")) return *problem;
-    const auto stop = stopOf<ASN1C_OCSPResponse, ASN1T_OCSPResponse>(span);
+    if (auto problem = outermostProblem(span, kind)) return *problem;
+    const auto verdict = verdictOn<ASN1C_OCSPResponse, ASN1T_OCSPResponse>(span);
     const auto inside = responseInside(span);
-    if (stop && inside && stopOf<ASN1C_BasicOCSPResponse, ASN1T_BasicOCSPResponse>(*inside)) {
-        return basicProblem(*inside, "OCSP response", failure);
+    if (verdict.stop && inside && verdictOn<ASN1C_BasicOCSPResponse, ASN1T_BasicOCSPResponse>(*inside).stop) {
+        return basicProblem(*inside, kind, failure);
     }
-    return problemText("OCSP response", stop, failure);
+    return problemText(kind, verdict, failure);
 }
 
 std::string basicResponseProblem(CBlob const& response, ATL::HRESULT failure) {

@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include <cerrno>
+#include <charconv>
+#include <cstdint>
 #include <cstring>
 
 #include "elements.h"
@@ -22,11 +24,28 @@ CBlobList octetsOf(std::vector<Piece> const& pieces) {
     return result;
 }
 
+// CLI11's own units behind a number that is neither signed nor too large, which CLI11 would let pass.
+std::string readSize(std::string& text) {
+    const char* const end = text.data() + text.size();
+    std::uint64_t number = 0;
+    const auto [unit, error] = std::from_chars(text.data(), end, number);
+    std::string size = std::to_string(number).append(unit, end);
+    try {
+        if (error == std::errc()) {
+            CLI::AsSizeValue(false)(size);
+            text = size;
+            return {};
+        }
+    } catch (CLI::ValidationError const&) {
+    }
+    return text + " is no size; give octets, 64k, 16m or 1g";
+}
+
 }  // namespace
 
 void addSizeOption(CLI::App* command, std::size_t& limit) {
     command->add_option("--max-size", limit, "Refuse messages with more octets (16 MiB)")
-        ->transform(CLI::AsSizeValue(false).description(""))
+        ->transform(CLI::Validator(readSize, ""))
         ->type_name("SIZE");
 }
 
@@ -36,22 +55,23 @@ bool looksLikeRequest(Octets const& octets) {
     return elements.enter(kSequence).isAt(kSequence);
 }
 
-std::unique_ptr<CRequestMessage> decodeRequest(Octets const& octets, std::string const& source) {
+std::unique_ptr<CRequestMessage> decodeRequest(Octets const& octets, std::string const& source,
+                                               std::string const& kind) {
     auto message = std::make_unique<CRequestMessage>();
     try {
         message->decode(CBlob(octets.data(), octets.size()));
     } catch (ATL::CAtlException const& failure) {
-        throw InputError(source, requestProblem(octets, failure.m_hr));
+        throw InputError(source, requestProblem(octets, kind, failure.m_hr));
     }
     return message;
 }
 
-CResponseMessage decodeResponse(Octets const& octets, std::string const& source) {
+CResponseMessage decodeResponse(Octets const& octets, std::string const& source, std::string const& kind) {
     CResponseMessage message;
     try {
         message.decode(CBlob(octets.data(), octets.size()));
     } catch (ATL::CAtlException const& failure) {
-        throw InputError(source, responseProblem(octets, failure.m_hr));
+        throw InputError(source, responseProblem(octets, kind, failure.m_hr));
     }
     return message;
 }

@@ -28,11 +28,14 @@ inline constexpr std::size_t kUsualLimit = 16u << 20;
 // Whether the octets look like a request: a SEQUENCE in a SEQUENCE.
 bool looksLikeRequest(Octets const& octets);
 
-// Each throws InputError that says what is wrong with the octets, and where. Requests and responses stay
-// where they were decoded: a copy would have lost the octets that their signature covers.
+// Each throws InputError that says what is wrong with the octets, and where; `kind` is what they are said not
+// to be. Requests and responses stay where they were decoded: a copy would have lost the octets that their
+// signature covers.
 std::unique_ptr<Mirvane::PKI::OCSP::CRequestMessage> decodeRequest(Octets const& octets,
-                                                                   std::string const& source);
-Mirvane::PKI::OCSP::CResponseMessage decodeResponse(Octets const& octets, std::string const& source);
+                                                                   std::string const& source,
+                                                                   std::string const& kind = "OCSP request");
+Mirvane::PKI::OCSP::CResponseMessage decodeResponse(Octets const& octets, std::string const& source,
+                                                    std::string const& kind = "OCSP response");
 // The response inside; null if there is none or it has another type.
 std::unique_ptr<Mirvane::PKI::OCSP::CBasicResponse> decodeBasicResponse(
     Mirvane::PKI::OCSP::CResponseMessage const& message, std::string const& source);

@@ -47,8 +47,10 @@ struct RequestOptions {
 CReqCert subjectOf(RequestOptions const& options, Certificate const& certificate, Certificate const& issuer,
                    CAlgorithmIdentifierEx const& hash) {
     if (!issuer.namesItselfIssuerOf(certificate)) {
-        throw InputError(certificate.source(), "names another issuer than " + issuer.source() + ": " +
-                                                   tools::nameText(certificate.issuer()));
+        throw InputError(certificate.source(),
+                         fmt::format("the certificate of {} names another issuer than {}: {}",
+                                     tools::nameText(certificate.subject()), issuer.source(),
+                                     tools::nameText(certificate.issuer())));
     }
     if (options.form != "certid") tools::demandEncodable(certificate);
     if (options.form == "full") return CReqCert(CReqCert::certificate, certificate.octets());
@@ -64,8 +66,8 @@ CSingleRequestList entriesOf(RequestOptions const& options) {
     const CBlob name = tools::hashOf(hash, issuer.subject()).value();
     const CBlob key = tools::hashOf(hash, issuer.keyBits()).value();
     CSingleRequestList entries;
-    for (std::string const& path : options.certificates)
-        entries.emplace_back(subjectOf(options, tools::readCertificate(path), issuer, hash));
+    for (Certificate const& certificate : tools::readCertificates(options.certificates))
+        entries.emplace_back(subjectOf(options, certificate, issuer, hash));
     for (std::string const& serial : options.serials)
         entries.emplace_back(CReqCert(CCertID(hash, name, key, tools::parseSerial(serial))));
     return entries;
@@ -128,8 +130,8 @@ void addNonceOptions(CLI::App* command, RequestOptions& options) {
             ->check(tools::readBy(parseNonce));
     CLI::Option* const length =
         command->add_option("--nonce-length", options.nonceLength, "A random nonce of so many octets (32)")
-            ->check(CLI::Range(1ul, kMostNonce, "LENGTH"))
-            ->type_name("")
+            ->check(CLI::Range(1ul, kMostNonce).description(""))
+            ->type_name("LENGTH")
             ->excludes(given);
     command->add_flag("--no-nonce", options.noNonce, "No nonce")->excludes(given)->excludes(length);
 }
@@ -148,7 +150,7 @@ void addSigningOptions(CLI::App* command, RequestOptions& options) {
         ->type_name("FILE")
         ->needs(key);
     tools::addPassphraseOption(command, options.passphrase)->needs(key);
-    command->add_option("--digest", options.digest, "Hash to sign with")
+    command->add_option("--digest", options.digest, tools::kDigestPurpose)
         ->check(CLI::IsMember(tools::hashNames()))
         ->needs(key);
 }
@@ -161,7 +163,9 @@ void addRequestCommand(CLI::App& app) {
     command->add_option("--issuer", options->issuer, "Certificate of the issuer")
         ->required()
         ->type_name("FILE");
-    command->add_option("--cert", options->certificates, "Ask about this certificate; may be repeated")
+    command
+        ->add_option("--cert", options->certificates,
+                     "Ask about this certificate, or all in the file; may be repeated")
         ->allow_extra_args(false)
         ->type_name("FILE");
     command->add_option("--serial", options->serials, "Ask about this serial number; may be repeated")
@@ -170,7 +174,7 @@ void addRequestCommand(CLI::App& app) {
         ->check(tools::readBy(tools::parseSerial));
     command->add_option("--hash", options->hash, "Hash in the identifiers (sha1)")
         ->check(CLI::IsMember(tools::hashNames()));
-    command->add_option("--by", options->form, "How to name a certificate: certid, full or signature")
+    command->add_option("--by", options->form, "How to name a certificate (certid)")
         ->check(CLI::IsMember({"certid", "full", "signature"}));
     addNonceOptions(command, *options);
     command

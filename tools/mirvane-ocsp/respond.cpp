@@ -126,6 +126,16 @@ struct Validity {
     std::optional<CDateTime> nextUpdate;
 };
 
+void demandOrder(RespondOptions const& options, Validity const& validity) {
+    if (!validity.nextUpdate || *validity.nextUpdate >= validity.thisUpdate) return;
+    const std::string problem =
+        fmt::format("the nextUpdate {} is before the thisUpdate {}", tools::timeText(*validity.nextUpdate),
+                    tools::timeText(validity.thisUpdate));
+    if (!options.nextUpdate.empty()) throw CLI::ValidationError("--next-update", problem);
+    if (!options.thisUpdate.empty()) throw CLI::ValidationError("--this-update", problem);
+    throw InputError(tools::sourceName(options.list), problem);
+}
+
 Validity validityOf(RespondOptions const& options, StatusSource const& source, CDateTime const& now) {
     Validity result{
         options.thisUpdate.empty() ? source.thisUpdate.value_or(now) : tools::parseTime(options.thisUpdate),
@@ -134,9 +144,7 @@ Validity validityOf(RespondOptions const& options, StatusSource const& source, C
     if (!options.validFor.empty()) {
         result.nextUpdate = tools::shifted(result.thisUpdate, tools::parseSpan(options.validFor));
     }
-    if (result.nextUpdate && *result.nextUpdate < result.thisUpdate) {
-        throw InputError(tools::timeText(*result.nextUpdate), "is no nextUpdate, being before thisUpdate");
-    }
+    demandOrder(options, result);
     return result;
 }
 
@@ -159,6 +167,17 @@ std::vector<Certificate> certificatesOf(RespondOptions const& options, Certifica
     return result;
 }
 
+CResponderID responderOf(RespondOptions const& options, Certificate const& signer) {
+    const auto type = options.responder == "key" ? CResponderID::byKey : CResponderID::byName;
+    if (type == CResponderID::byName && !tools::isEncodableName(signer.subject())) {
+        throw InputError(signer.source(),
+                         "the responder cannot be named by its name, " + tools::nameText(signer.subject()) +
+                             ": the library does not take a value in it; --responder-id key does without");
+    }
+    return tools::explained(signer.source(), "cannot be a responder",
+                            [&] { return CResponderID::fromCert(type, signer.octets()); });
+}
+
 // All that an answer needs besides the request, read before the first look at that.
 class Responder {
   public:
@@ -170,7 +189,8 @@ class Responder {
           key_{options.key, tools::readCertificate(options.signer), options.digest, options.passphrase},
           source_(sourceOf(options, issuer_, now_)),
           validity_(validityOf(options, source_, now_)),
-          certificates_(tools::blobs(certificatesOf(options, key_.certificate, issuer_))) {}
+          certificates_(tools::blobs(certificatesOf(options, key_.certificate, issuer_))),
+          responder_(responderOf(options, key_.certificate)) {}
 
     std::optional<Refusal> refusalOf(CRequestMessage const& request, tools::Octets const& octets) const {
         if (tools::trailingOctets(octets.data(), octets.size()) > 0) {
@@ -191,10 +211,7 @@ class Responder {
     }
 
     CResponseMessage answer(CRequestMessage const& request) const {
-        const auto type = options_.responder == "key" ? CResponderID::byKey : CResponderID::byName;
-        CBasicResponse response(
-            now_, tools::explained(key_.certificate.source(), "cannot be a responder",
-                                   [&] { return CResponderID::fromCert(type, key_.certificate.octets()); }));
+        CBasicResponse response(now_, responder_);
         response.put_clockPrecisionDigits(options_.digits);
         response.put_responses(entriesOf(request, source_, validity_));
         if (!certificates_.empty()) response.put_certs(&certificates_);
@@ -221,6 +238,7 @@ class Responder {
     StatusSource source_;
     Validity validity_;
     Mirvane::CBlobList certificates_;
+    CResponderID responder_;
 };
 
 // Nothing is signed for a request that is refused, and the user is told why.
@@ -276,8 +294,9 @@ void addSourceOptions(CLI::App* command, RespondOptions& options) {
 
 void addTimeOptions(CLI::App* command, RespondOptions& options) {
     command
-        ->add_option("--this-update", options.thisUpdate,
-                     "When the status was known: now, 20260101000000Z or ISO 8601")
+        ->add_option(
+            "--this-update", options.thisUpdate,
+            std::string("When the status was known (now, or when the list was made): ") + tools::kTimeForms)
         ->type_name("TIME")
         ->check(tools::readBy(tools::parseTime));
     CLI::Option* const until =
@@ -305,10 +324,10 @@ void addRespondCommand(CLI::App& app) {
         ->type_name("FILE");
     command->add_option("--key", options->key, "Its key (file or URI)")->required()->type_name("KEY");
     tools::addPassphraseOption(command, options->passphrase);
-    command->add_option("--digest", options->digest, "Hash to sign with")
+    command->add_option("--digest", options->digest, tools::kDigestPurpose)
         ->check(CLI::IsMember(tools::hashNames()));
     addSourceOptions(command, *options);
-    command->add_option("--responder-id", options->responder, "How the responder is named: name or key")
+    command->add_option("--responder-id", options->responder, "How the responder is named (name)")
         ->check(CLI::IsMember({"name", "key"}));
     addTimeOptions(command, *options);
     command->add_flag("--copy-nonce", options->copyNonce, "Give the nonce of the request back");

@@ -16,6 +16,9 @@ namespace {
 using namespace Mirvane::PKI::OCSP;
 using nlohmann::ordered_json;
 
+// Both are shown, so that what is none of the two is said to be neither.
+constexpr char kEither[] = "OCSP request or response";
+
 struct ShowOptions {
     bool json = false;
     std::size_t limit = tools::kUsualLimit;
@@ -60,7 +63,7 @@ void printText(ShownResponse const& shown) {
 }
 
 ShownResponse readResponse(tools::Octets const& octets, std::string const& source) {
-    ShownResponse result{tools::decodeResponse(octets, source), std::nullopt};
+    ShownResponse result{tools::decodeResponse(octets, source, kEither), std::nullopt};
     if (const auto basic = tools::decodeBasicResponse(result.envelope, source)) {
         result.basic = tools::describe(*basic, tools::certificatesInside(*result.envelope.get_response()));
     }
@@ -83,7 +86,8 @@ void showFile(ShowOptions const& options, std::string const& path) {
     ShownResponse response;
     const bool isRequest = tools::looksLikeRequest(octets);
     if (isRequest) {
-        request = tools::describe(*tools::decodeRequest(octets, source), tools::certificatesInside(octets));
+        request = tools::describe(*tools::decodeRequest(octets, source, kEither),
+                                  tools::certificatesInside(octets));
     } else {
         response = readResponse(octets, source);
     }

@@ -35,10 +35,10 @@ void acquire(ATL::CCryptProv& provider, SigningKey const& key) {
 // signature that it made.
 template <typename Message, typename Work>
 void signWith(Message& message, SigningKey const& key, Work work) {
-    const CAlgorithmIdentifierEx algorithm = signatureAlgorithmFor(key.certificate, key.hashName);
     if (auto problem = unservedProblem(key.certificate)) {
         throw InputError(key.certificate.source(), *problem);
     }
+    const CAlgorithmIdentifierEx algorithm = signatureAlgorithmFor(key.certificate, key.hashName);
     ATL::CCryptProv provider;
     acquire(provider, key);
     explained(key.container,

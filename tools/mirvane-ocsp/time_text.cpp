@@ -57,7 +57,7 @@ CDateTime parseTime(std::string const& text) {
         if (text.find('T') != std::string::npos) return Mirvane::fromXsdDateTimeString(text.c_str());
     } catch (ATL::CAtlException const&) {
     }
-    throw InputError(text, "is no time; give now, 20260101000000Z or 2026-01-01T00:00:00Z");
+    throw InputError(text, std::string("is no time; give ") + kTimeForms);
 }
 
 long long parseSpan(std::string const& text) {

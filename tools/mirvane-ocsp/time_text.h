@@ -14,7 +14,10 @@ namespace tools {
 // The present moment, its fraction cut off: rounding could date an answer into the future.
 Mirvane::CDateTime currentSecond();
 
-// "now", 20260101000000Z or ISO 8601 with a zone. Throws InputError.
+// What parseTime takes, for people.
+inline constexpr char kTimeForms[] = "now, 20260101000000Z or 2026-01-01T00:00:00Z, or with +02:00 for Z";
+
+// A time in one of these forms. Throws InputError.
 Mirvane::CDateTime parseTime(std::string const& text);
 
 // So many seconds: 90, 90s, 30m, 12h, 1d or 2w. Throws InputError, also above two hundred years.

@@ -322,11 +322,11 @@ Problem envelopeProblem(CResponseMessage const& message) {
 
 bool verifyResponse(Octets const& octets, std::string const& source, Policy const& policy) {
     const CResponseMessage message = decodeResponse(octets, source);
-    Report report;
     const Problem problem = envelopeProblem(message);
+    const auto response = problem ? nullptr : decodeBasicResponse(message, source);
+    Report report;
     report.add("message", problem, "successful");
     if (problem) return false;
-    const auto response = decodeBasicResponse(message, source);
     return Verification(*response, *message.get_response(), policy)
         .run(trailingProblem(octets, *message.get_response()));
 }

@@ -72,7 +72,7 @@ void addVerifyCommand(CLI::App& app) {
         ->type_name("FILE");
     command->add_option("--request", options->request, "The request, to hold entries and nonce against")
         ->type_name("FILE");
-    command->add_option("--at", options->at, "The time to check for: now, 20260101000000Z or ISO 8601")
+    command->add_option("--at", options->at, std::string("The time to check for (now): ") + tools::kTimeForms)
         ->type_name("TIME")
         ->check(tools::readBy(tools::parseTime));
     command->add_option("--max-age", options->maxAge, "Greatest age of thisUpdate: seconds, 30m, 12h, 1d")
