@@ -1,8 +1,9 @@
 #include "asn1data/constraint.h"
 
 #include <climits>
-#include <cstdio>
 #include <cstring>
+#include <initializer_list>
+#include <string_view>
 
 #include "asn1data/record_access.h"
 #include "asn1rt/char_string.h"
@@ -48,8 +49,8 @@ std::int64_t measure(const TypeDescriptor& type, const void* value) {
     }
 }
 
-// What is measured of a value that is a structure.
-const char* countName(Kind kind) {
+// What is measured of a value that is a structure; empty if it is none.
+std::string_view countName(Kind kind) {
     switch (kind) {
         case Kind::OctetString:
         case Kind::InlineOctetString:
@@ -64,8 +65,16 @@ const char* countName(Kind kind) {
         case Kind::Array:
             return "n";
         default:
-            return nullptr;
+            return {};
     }
+}
+
+ConstraintText composed(std::initializer_list<std::string_view> parts) {
+    ConstraintText text{};
+    std::size_t used = 0;
+    for (const std::string_view part : parts)
+        used += part.copy(text.data() + used, text.size() - 1 - used);
+    return text;
 }
 
 }  // namespace
@@ -78,26 +87,21 @@ bool meetsConstraint(const TypeDescriptor& type, const void* value) {
 }
 
 ConstraintText constraintText(const TypeDescriptor& type, const Place& place) {
-    const char* const count = countName(type.kind);
-    ConstraintText text{};
-    const auto compose = [&](const char* path, const char* name, const char* separator) {
-        std::snprintf(text.data(), text.size(), "%s%s%s%s", path, name, count ? separator : "",
-                      count ? count : "");
-        return text;
-    };
+    const std::string_view count = countName(type.kind);
+    const std::string_view dot = count.empty() ? "" : ".";
     // Lists and arrays are types of their own wherever they stand.
     const bool isOwnType = type.kind == Kind::List || type.kind == Kind::Array;
     switch (isOwnType ? Place::Kind::Alone : place.kind) {
         case Place::Kind::Field:
-            return compose("pvalue->", place.name, ".");
+            return composed({"pvalue->", place.name, dot, count});
         case Place::Kind::Alternative:
-            return compose("pvalue->u.", place.name, ".");
+            return composed({"pvalue->u.", place.name, dot, count});
         case Place::Kind::Element:
-            return compose("pvalue->elem[xx1]", "", ".");
+            return composed({"pvalue->elem[xx1]", dot, count});
         case Place::Kind::Alone:
             break;
     }
-    return count ? compose("pvalue", "", "->") : compose("*pvalue", "", "");
+    return count.empty() ? composed({"*pvalue"}) : composed({"pvalue->", count});
 }
 
 int recordConstraint(ASN1CTXT* ctxt, const TypeDescriptor& type, const void* value, const Place& place) {
