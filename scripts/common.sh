@@ -5,7 +5,7 @@ fail() { printf '%s: %s\n' "${0##*/}" "$*" >&2; exit 1; }
 
 BUILD_PACKAGES="g++ cmake ninja-build ccache libcli11-dev libfmt-dev nlohmann-json3-dev libssl-dev openssl"
 TEST_PACKAGES="libgtest-dev ca-certificates libengine-gost-openssl pkg-config"
-CI_PACKAGES="clang-14 libclang-rt-14-dev libbenchmark-dev python3"
+CI_PACKAGES="clang-14 clang-format-14 libclang-rt-14-dev libbenchmark-dev python3"
 
 # Installs what is missing of the Debian packages named, quietly, unless INSTALL is no.
 install_packages() {

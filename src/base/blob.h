@@ -67,8 +67,8 @@ class MIRVANE_API CBlob {
     // Upper-case digits, with a blank between groups of so many bytes; 0 makes no groups.
     CStringProxy writeToHexString(unsigned long group = 0) const;
 
-    // Equal lengths and bytes. The order is that of a dictionary over unsigned bytes: a prefix comes first, but
-    // behind a blob that is 2^31 bytes longer or more, since the lengths' difference is taken in 32 bits.
+    // Equal lengths and bytes. The order is that of a dictionary over unsigned bytes: a prefix comes first,
+    // but behind a blob that is 2^31 bytes longer or more, since the lengths' difference is taken in 32 bits.
     bool operator==(CBlob const& other) const noexcept;
     bool operator!=(CBlob const& other) const noexcept { return !(*this == other); }
     bool operator<(CBlob const& other) const noexcept { return compare(other) < 0; }

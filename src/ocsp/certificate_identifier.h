@@ -60,8 +60,8 @@ class MIRVANE_API CCertID {
     //
     // Throws the last-error code: of the platform for what is no certificate (0x80093102 for no bytes,
     // 0x80093103, 0x80093202), that of `issuerCertificate` first; 0x80090008 for an algorithm that is no hash
-    // which the platform knows; that of the provider that does not hash. 0x80070057 for certificates above 0x7FFFFFFF
-    // bytes.
+    // which the platform knows; that of the provider that does not hash. 0x80070057 for certificates above
+    // 0x7FFFFFFF bytes.
     CCertID(ASN1::CAlgorithmIdentifierEx const& hashAlgorithm, CBlob const& certificate,
             CBlob const& issuerCertificate);
     CCertID(CCertID const& other);

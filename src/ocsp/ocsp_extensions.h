@@ -131,7 +131,8 @@ class MIRVANE_API CExtRevocationAnnouncementReference : public ASN1::CExtValue {
     explicit CExtRevocationAnnouncementReference(CBlob const& value);
 };
 
-// The tie between a list of response types and its record, for the library's own code: records are not installed.
+// The tie between a list of response types and its record, for the library's own code: records are not
+// installed.
 struct MIRVANE_API ASN1T_AcceptableResponses_traits {
     using ASN1_T = asn1data::ASN1T_AcceptableResponses;
 

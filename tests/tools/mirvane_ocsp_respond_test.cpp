@@ -98,7 +98,6 @@ TEST(Respond, MistakesAreToldInOneLine) {
          "odd.der: the responder cannot be named by its name, C=RU: the library does not take a value in it"},
         {kSigner + "--good --this-update 20260102000000Z --next-update 20260101000000Z", 2,
          "--next-update: the nextUpdate 2026-01-01T00:00:00Z is before the thisUpdate 2026-01-02T00:00:00Z "
-         ""
          "(see mirvane-ocsp respond --help)"},
     };
     for (const auto& row : rows) {
